@@ -1,0 +1,120 @@
+// BmCli.cpp: common options, subcommand dispatch and help texts of bmtool.
+#include "BmCli.h"
+
+#include "msg/ComMsgMgr.h"
+#include "param/HPAParamMgr.h"
+
+#include <algorithm>
+#include <cctype>
+#include <ostream>
+
+namespace bmtool {
+
+namespace {
+
+constexpr char const* kCommonOptions =
+    "Common options:\n"
+    "  --param NAME=VALUE  set a host parameter (repeatable)\n"
+    "  -v, --verbose       print the block model's trace messages\n"
+    "  -h, --help          show help\n";
+
+// "-1" and "-0x10" are address texts, not options.
+bool looksLikeOption(std::string const& arg) {
+  return arg.size() >= 2 && arg[0] == '-' &&
+         (arg[1] == '-' || std::isalpha(static_cast<unsigned char>(arg[1])));
+}
+
+void printMainHelp(std::ostream& out) {
+  out << "Usage: bmtool COMMAND [OPTIONS] [ARGS]\n\nCommands:\n";
+  for (auto const& c : commands()) {
+    out << "  " << c.name << std::string(c.name.size() < 10 ? 10 - c.name.size() : 1, ' ') << c.summary
+        << '\n';
+  }
+  out << '\n' << kCommonOptions << "\nRun 'bmtool COMMAND --help' for a command's own help.\n";
+}
+
+void printCommandHelp(std::ostream& out, Command const& c) {
+  out << "Usage: " << c.usage << "\n\n" << c.help << '\n' << kCommonOptions;
+}
+
+}  // namespace
+
+bool Invocation::hasFlag(std::string const& flag) const {
+  return std::find(flags.begin(), flags.end(), flag) != flags.end();
+}
+
+std::vector<Command> const& commands() {
+  static std::vector<Command> const all = {makeAddrCommand()};
+  return all;
+}
+
+int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream& err) {
+  if (args.empty()) {
+    printMainHelp(err);
+    return EXIT_USAGE;
+  }
+  if (args[0] == "-h" || args[0] == "--help" || args[0] == "help") {
+    printMainHelp(out);
+    return EXIT_OK;
+  }
+  auto const& all = commands();
+  auto const cmd = std::find_if(all.begin(), all.end(), [&](Command const& c) { return c.name == args[0]; });
+  if (cmd == all.end()) {
+    err << "bmtool: unknown command '" << args[0] << "'\n\n";
+    printMainHelp(err);
+    return EXIT_USAGE;
+  }
+
+  Invocation inv;
+  inv.out = &out;
+  inv.err = &err;
+  bool verbose = false;
+  std::vector<std::string> params;
+  bool onlyPositional = false;
+  for (std::size_t i = 1; i < args.size(); ++i) {
+    std::string const& a = args[i];
+    if (onlyPositional || !looksLikeOption(a)) {
+      inv.positional.push_back(a);
+    } else if (a == "--") {
+      onlyPositional = true;
+    } else if (a == "-h" || a == "--help") {
+      printCommandHelp(out, *cmd);
+      return EXIT_OK;
+    } else if (a == "-v" || a == "--verbose") {
+      verbose = true;
+    } else if (a == "--param" || a.rfind("--param=", 0) == 0) {
+      if (a == "--param") {
+        if (i + 1 == args.size()) {
+          err << "bmtool: --param needs NAME=VALUE\n";
+          return EXIT_USAGE;
+        }
+        params.push_back(args[++i]);
+      } else {
+        params.push_back(a.substr(8));
+      }
+    } else if (std::find(cmd->flags.begin(), cmd->flags.end(), a) != cmd->flags.end()) {
+      inv.flags.push_back(a);
+    } else {
+      err << "bmtool " << cmd->name << ": unknown option '" << a << "'\nUsage: " << cmd->usage << '\n';
+      return EXIT_USAGE;
+    }
+  }
+  auto const count = static_cast<int>(inv.positional.size());
+  if (count < cmd->minArgs || (cmd->maxArgs >= 0 && count > cmd->maxArgs)) {
+    err << "bmtool " << cmd->name << ": wrong number of arguments\nUsage: " << cmd->usage << '\n';
+    return EXIT_USAGE;
+  }
+  for (auto const& p : params) {
+    std::string why;
+    if (!HPAParamMgr::getParamMgr().setFromAssignment(p, &why)) {
+      err << "bmtool: --param: " << why << '\n';
+      return EXIT_USAGE;
+    }
+  }
+
+  ComMsgListenerGuard printer([&err](ComMsgRecord const& r) { ComMsgMgr::print(err, r); });
+  ComMsgScopeGuard traces("HABM", verbose);
+  return cmd->run(inv);
+}
+
+}  // namespace bmtool

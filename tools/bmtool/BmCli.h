@@ -1,0 +1,46 @@
+// BmCli.h: subcommands, option parsing and exit codes of bmtool.
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace bmtool {
+
+/// Exit codes: success, a failed operation, bad usage.
+enum ExitCode : int { EXIT_OK = 0, EXIT_FAILED = 1, EXIT_USAGE = 2 };
+
+/// What a subcommand receives after the common options have been taken out.
+struct Invocation {
+  std::vector<std::string> positional;
+  std::vector<std::string> flags;  ///< the subcommand's own flags that were given, e.g. "--pretty"
+  std::ostream* out = nullptr;
+  std::ostream* err = nullptr;
+
+  bool hasFlag(std::string const& flag) const;
+};
+
+/// One subcommand: its name, a one-line summary, its usage line, the flags it accepts, the number of
+/// positional arguments it takes (max -1 for no limit) and what it runs.
+struct Command {
+  std::string name;
+  std::string summary;
+  std::string usage;
+  std::string help;
+  std::vector<std::string> flags;
+  int minArgs = 0;
+  int maxArgs = -1;
+  std::function<int(Invocation const&)> run;
+};
+
+/// Every subcommand, in the order `--help` lists them.
+std::vector<Command> const& commands();
+
+/// Runs bmtool with its arguments (without the program name); returns the exit code.
+int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream& err);
+
+/// The `addr` subcommand.
+Command makeAddrCommand();
+
+}  // namespace bmtool
