@@ -1,0 +1,234 @@
+// filtering_stream.cpp: opening policies and the all-or-nothing output file.
+#include "isl/iostreams/filtering_stream.h"
+
+#include <boost/iostreams/device/file_descriptor.hpp>
+#include <boost/iostreams/filter/gzip.hpp>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <random>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace isl::iostreams {
+
+namespace detail {
+
+// The temporary file that becomes the target on commit. Whatever happens to the stream, the temporary
+// file never outlives this object unless it was committed.
+class PendingFile {
+ public:
+  PendingFile(std::string target, std::string temp, int fd)
+      : target_(std::move(target)), temp_(std::move(temp)), fd_(fd) {}
+  ~PendingFile() { abandon(); }
+  PendingFile(PendingFile const&) = delete;
+  PendingFile& operator=(PendingFile const&) = delete;
+
+  int fd() const { return fd_; }
+  void markFailed() { failed_ = true; }
+  bool failed() const { return failed_; }
+
+  // Makes the data durable, then moves it over the target in one step.
+  bool commit() {
+    if (fd_ < 0) {
+      return false;
+    }
+    bool ok = !failed_ && ::fsync(fd_) == 0;
+    ok = ::close(fd_) == 0 && ok;
+    fd_ = -1;
+    ok = ok && std::rename(temp_.c_str(), target_.c_str()) == 0;
+    if (!ok) {
+      ::unlink(temp_.c_str());
+    }
+    temp_.clear();
+    return ok;
+  }
+
+  void abandon() {
+    if (fd_ >= 0) {
+      ::close(fd_);
+      fd_ = -1;
+    }
+    if (!temp_.empty()) {
+      ::unlink(temp_.c_str());
+      temp_.clear();
+    }
+  }
+
+ private:
+  std::string target_;
+  std::string temp_;
+  int fd_;
+  bool failed_ = false;
+};
+
+namespace {
+
+// A sink on the pending file's descriptor. Write errors are remembered on the file as well as thrown,
+// so that a failure inside a compressor's final flush still stops the commit.
+class PendingSink {
+ public:
+  using char_type = char;
+  using category = boost::iostreams::sink_tag;
+
+  explicit PendingSink(std::shared_ptr<PendingFile> file) : file_(std::move(file)) {}
+
+  std::streamsize write(char const* s, std::streamsize n) {
+    std::streamsize done = 0;
+    while (done < n) {
+      ssize_t const w = ::write(file_->fd(), s + done, static_cast<std::size_t>(n - done));
+      if (w < 0 && errno == EINTR) {
+        continue;
+      }
+      if (w <= 0) {
+        file_->markFailed();
+        throw std::ios_base::failure("write failed");
+      }
+      done += w;
+    }
+    return done;
+  }
+
+ private:
+  std::shared_ptr<PendingFile> file_;
+};
+
+bool endsWith(std::string_view text, std::string_view tail) {
+  return text.size() >= tail.size() && text.substr(text.size() - tail.size()) == tail;
+}
+
+// Opens a fresh temporary file beside the target, with the target's permissions if it exists.
+std::shared_ptr<PendingFile> openPending(std::string const& target) {
+  std::random_device rd;
+  for (int attempt = 0; attempt < 16; ++attempt) {
+    std::string const temp = target + ".tmp" + std::to_string(::getpid()) + "_" + std::to_string(rd());
+    int const fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd >= 0) {
+      struct stat st {};
+      if (::stat(target.c_str(), &st) == 0 && S_ISREG(st.st_mode)) {
+        ::fchmod(fd, st.st_mode & 07777);
+      }
+      return std::make_shared<PendingFile>(target, temp, fd);
+    }
+    if (errno != EEXIST) {
+      break;
+    }
+  }
+  return nullptr;
+}
+
+void openForWriting(std::string const& path, filtering_stream<output>& stream) {
+  auto pending = openPending(path);
+  if (!pending) {
+    stream.setstate(std::ios_base::failbit);
+    return;
+  }
+  if (endsWith(path, ".gz")) {
+    stream.push(boost::iostreams::gzip_compressor());
+  }
+  stream.push(PendingSink(pending));
+  stream.adoptPending(std::move(pending));
+}
+
+void openForReading(std::string const& path, filtering_stream<input>& stream) {
+  int const fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  struct stat st {};
+  if (fd < 0 || ::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    if (fd >= 0) {
+      ::close(fd);
+    }
+    stream.setstate(std::ios_base::failbit);
+    return;
+  }
+  unsigned char magic[2] = {0, 0};
+  if (::pread(fd, magic, sizeof magic, 0) == 2 && magic[0] == 0x1F && magic[1] == 0x8B) {
+    stream.push(boost::iostreams::gzip_decompressor());
+  }
+  stream.push(boost::iostreams::file_descriptor_source(fd, boost::iostreams::close_handle));
+}
+
+}  // namespace
+}  // namespace detail
+
+void xp_autodetect::operator()(std::string const& path, filtering_stream<input>& stream) const {
+  detail::openForReading(path, stream);
+}
+
+void xp_autodetect::operator()(std::string const& path, filtering_stream<output>& stream) const {
+  detail::openForWriting(path, stream);
+}
+
+void xp_version18::operator()(std::string const& path, filtering_stream<output>& stream) const {
+  detail::openForWriting(path, stream);
+}
+
+template <class Mode>
+filtering_stream<Mode>::~filtering_stream() {
+  try {
+    close();
+  } catch (...) {
+    // A destructor must not throw; the pending file, if any, is removed by its own destructor.
+  }
+}
+
+template <class Mode>
+bool filtering_stream<Mode>::close() {
+  if (closed_) {
+    return closedOk_;
+  }
+  closed_ = true;
+  // Closing may write (a compressor's trailer): keep the exception mask from turning that into a throw
+  // half-way through, and judge the outcome afterwards.
+  auto const mask = this->exceptions();
+  this->exceptions(std::ios_base::goodbit);
+  bool ok = this->good();
+  if constexpr (std::is_same_v<Mode, output>) {
+    if (ok && this->is_complete()) {
+      this->flush();
+      ok = this->good();
+    }
+  }
+  try {
+    this->reset();
+  } catch (...) {
+    ok = false;
+  }
+  if (pending_) {
+    ok = ok && !pending_->failed() && pending_->commit();
+    pending_.reset();
+  }
+  closedOk_ = ok;
+  if (!ok) {
+    this->setstate(std::ios_base::badbit);
+  }
+  try {
+    this->exceptions(mask);
+  } catch (...) {
+    // Re-arming the mask on a failed stream would throw from here; the caller sees the result instead.
+  }
+  return ok;
+}
+
+template <class Mode>
+void filtering_stream<Mode>::discard() {
+  closed_ = true;
+  closedOk_ = false;
+  this->exceptions(std::ios_base::goodbit);
+  this->setstate(std::ios_base::badbit);
+  try {
+    this->reset();
+  } catch (...) {
+    // What the chain still held goes to the temporary file, which is removed next.
+  }
+  if (pending_) {
+    pending_->abandon();
+    pending_.reset();
+  }
+}
+
+template class filtering_stream<input>;
+template class filtering_stream<output>;
+
+}  // namespace isl::iostreams
