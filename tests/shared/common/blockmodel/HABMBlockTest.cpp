@@ -217,19 +217,6 @@ TEST(HABMBlockChildren, RemoveKeepsTheOrderOfTheOthers) {
   EXPECT_TRUE(b->check());
 }
 
-TEST(HABMBlockChildren, ClearEmptiesEachKind) {
-  auto const b = HABMBlock::createTopBlock("m");
-  b->createAttribute("a", "");
-  b->createGeneric("g", "");
-  b->createParameter("p", "");
-  b->createSubBlock("u", "m", false);
-  b->clearAttributes();
-  b->clearGenerics();
-  b->clearParameters();
-  b->clearSubBlocks();
-  EXPECT_FALSE(b->hasAttributes() || b->hasGenerics() || b->hasParameters() || b->hasSubBlocks());
-}
-
 TEST(HABMBlockChildren, SetCreatesOnlyWhenAskedAndThenOnlyReplaces) {
   auto const b = HABMBlock::createTopBlock("m");
   EXPECT_EQ(b->setGeneric("g", "1", false), nullptr);

@@ -66,11 +66,4 @@ TEST_F(HABMChildListTest, AutomaticNamesStartAtTheCountAndSkipTakenNamesUnlessFo
   EXPECT_EQ(list_.autoName("interface_%d", true), "interface_2");
 }
 
-TEST_F(HABMChildListTest, ClearEmptiesSequenceAndIndex) {
-  add("a");
-  list_.clear();
-  EXPECT_TRUE(list_.empty());
-  EXPECT_EQ(list_.get("a"), nullptr);
-}
-
 }  // namespace
