@@ -1,0 +1,566 @@
+// HABMBlock.cpp: the block tree, its queries and the one child discipline every kind of child shares.
+#include "blockmodel/HABMBlock.h"
+
+#include "blockmodel/HABMAttribute.h"
+#include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPath.h"
+#include "blockmodel/HABMTrace.h"
+#include "blockmodel/HABMUtils.h"
+#include "param/HPAParamMgr.h"
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/predicate.hpp>
+
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
+
+using habm_detail::TRACE_BLOCK;
+using habm_detail::TRACE_CHILD;
+
+std::string const& HABMChildName<HABMBlock>::of(HABMBlock const& block) {
+  return block.getInstanceName();
+}
+
+namespace {
+
+// The texts of one kind of child. A new kind adds a row here and forwards its create/remove/set/find
+// members to the templates below.
+struct ChildTexts {
+  char const* created;
+  unsigned int createdMask;
+  char const* failed;
+  char const* removed;
+  unsigned int removedMask;
+  // The automatic name for an empty request ("interface_%d"), or null when an empty name is refused.
+  char const* autoName;
+};
+
+constexpr ChildTexts kAttributeTexts{"Created attribute '%s' on block '%s'.\n",
+                                     TRACE_CHILD,
+                                     "Failed to create attribute '%s' on block '%s'.\n",
+                                     "Removed attribute '%s' from block '%s'.\n",
+                                     TRACE_CHILD,
+                                     nullptr};
+constexpr ChildTexts kGenericTexts{
+    "Created generic '%s' on block '%s'.\n",   TRACE_CHILD, "Failed to create generic '%s' on block '%s'.\n",
+    "Removed generic '%s' from block '%s'.\n", TRACE_CHILD, nullptr};
+constexpr ChildTexts kParameterTexts{"Created parameter '%s' on block '%s'.\n",
+                                     TRACE_CHILD,
+                                     "Failed to create parameter '%s' on block '%s'.\n",
+                                     "Removed parameter '%s' from block '%s'.\n",
+                                     TRACE_CHILD,
+                                     nullptr};
+// Sub-blocks are the life of blocks, hence the block mask.
+constexpr ChildTexts kSubBlockTexts{"Created sub-block '%s' in block '%s'.\n",
+                                    TRACE_BLOCK,
+                                    "Failed to create sub-block '%s' in block '%s'.\n",
+                                    "Removed sub-block '%s' from block '%s'.\n",
+                                    TRACE_BLOCK,
+                                    nullptr};
+
+bool isRefusedName(std::string const& name) {
+  return name.empty() || HABMPath::has_separator(name);
+}
+
+// Creates a child by the common rules: automatic name for an empty request where the kind has one, no
+// separator, no duplicate unless forced; appends; traces. `make(name)` builds the owned object.
+template <class T, class Make>
+T* createChild(HABMBlock const& block, HABMChildList<T>& list, ChildTexts const& texts,
+               std::string const& requested, bool force, Make&& make) {
+  std::string name = requested;
+  if (name.empty() && texts.autoName != nullptr) {
+    name = list.autoName(texts.autoName, force);
+  }
+  if (isRefusedName(name) || (!force && list.has(name))) {
+    HABM_TRACE(TRACE_BLOCK, texts.failed, requested.c_str(), block.getInstancePath().c_str());
+    return nullptr;
+  }
+  T* child = list.append(make(name));
+  HABM_TRACE(texts.createdMask, texts.created, name.c_str(), block.getInstancePath().c_str());
+  return child;
+}
+
+// Destroys the first child of that name, keeping the order of the others; silent when there is none.
+template <class T>
+bool removeChild(HABMBlock const& block, HABMChildList<T>& list, ChildTexts const& texts,
+                 std::string const& requested) {
+  std::string const name = requested;  // the request may be the child's own name, about to go
+  if (list.take(name) == nullptr) {
+    return false;
+  }
+  HABM_TRACE(texts.removedMask, texts.removed, name.c_str(), block.getInstancePath().c_str());
+  return true;
+}
+
+// Replaces the value of an existing child, or creates it first when asked to.
+template <class T, class Create>
+T* setChildValue(HABMChildList<T> const& list, std::string const& name, std::string const& value, bool create,
+                 Create&& createEmpty) {
+  T* child = list.get(name);
+  if (child == nullptr) {
+    if (!create) {
+      return nullptr;
+    }
+    child = createEmpty();
+    if (child == nullptr) {
+      return nullptr;
+    }
+  }
+  child->setValue(value);
+  return child;
+}
+
+// Finds one child of a kind that lives directly on a block: the path's head names the holding block (at
+// most one level unless `recursive`), its tail the child.
+template <class T>
+T* findChild(HABMBlock const& block, std::string const& path, bool recursive,
+             T* (HABMBlock::*get)(std::string const&) const) {
+  std::string const rel = HABMPath::get_relative_path(block, path);
+  std::string const head = HABMPath::get_path_head(rel);
+  HABMBlock const* holder = head.empty() ? &block : block.findSubBlock(head, recursive);
+  return holder == nullptr ? nullptr : (holder->*get)(HABMPath::get_path_tail(rel));
+}
+
+// Finds the children of a kind whose full path matches: this block's in container order, then, with
+// `recursive`, each sub-block's. `children(block)` lists a block's own, `pathOf(child)` gives its path.
+template <class T, class Children, class PathOf>
+void findChildren(HABMBlock const& block, std::string const& pattern, bool recursive,
+                  Children const& children, PathOf const& pathOf, std::vector<T*>& out) {
+  for (T* child : children(block)) {
+    if (pattern.empty() || HABMUtils::wildcard_match(pattern, pathOf(*child))) {
+      out.push_back(child);
+    }
+  }
+  if (recursive) {
+    for (HABMBlock const* sub : block.getSubBlocks()) {
+      findChildren(*sub, pattern, recursive, children, pathOf, out);
+    }
+  }
+}
+
+// Sub-blocks put each sub-block's finds before the direct sub-blocks.
+void findSubBlocksInto(HABMBlock const& block, std::string const& pattern, bool recursive,
+                       std::vector<HABMBlock*>& out) {
+  std::vector<HABMBlock*> const direct = block.getSubBlocks();
+  if (recursive) {
+    for (HABMBlock const* sub : direct) {
+      findSubBlocksInto(*sub, pattern, recursive, out);
+    }
+  }
+  for (HABMBlock* sub : direct) {
+    if (pattern.empty() || HABMUtils::wildcard_match(pattern, sub->getInstancePath())) {
+      out.push_back(sub);
+    }
+  }
+}
+
+bool vlnvLibraryIs(std::string const& vlnv, std::initializer_list<char const*> libraries) {
+  std::string vendor;
+  std::string library;
+  std::string name;
+  std::string version;
+  if (!HABMUtils::splitVLNV(vlnv, vendor, library, name, version)) {
+    return false;
+  }
+  return std::any_of(libraries.begin(), libraries.end(),
+                     [&](char const* wanted) { return boost::algorithm::iequals(library, wanted); });
+}
+
+bool attributeIsTrue(HABMBlock const& block, std::string const& name) {
+  HABMAttribute const* attribute = block.getAttribute(name);
+  return attribute != nullptr && boost::algorithm::iequals(attribute->getValue(), "true");
+}
+
+struct LockStateText {
+  HABMBlock::LockState state;
+  char const* text;
+};
+
+// UNKNOWN has no text: it is what every other text reads as.
+constexpr LockStateText kLockStateTexts[] = {{HABMBlock::LOCKED, "locked"},
+                                             {HABMBlock::UNLOCKED, "unlocked"}};
+
+template <class T>
+bool namesAreValid(HABMChildList<T> const& list) {
+  return std::none_of(list.items().begin(), list.items().end(),
+                      [](auto const& item) { return isRefusedName(HABMChildName<T>::of(*item)); });
+}
+
+}  // namespace
+
+// Construction and factories.
+
+HABMBlock::HABMBlock(std::string const& moduleName)
+    : moduleName_(moduleName), baseAddress_(HABMAddrValue::CONST_0()) {}
+
+HABMBlock::HABMBlock(HABMBlock const* parent, std::string const& instanceName, std::string const& moduleName)
+    : parent_(parent),
+      moduleName_(moduleName),
+      baseAddress_(HABMAddrValue::CONST_0()),
+      instanceName_(instanceName) {}
+
+HABMBlock::~HABMBlock() = default;
+
+std::unique_ptr<HABMBlock> HABMBlock::createTopBlock(std::string const& moduleName) {
+  std::unique_ptr<HABMBlock> block(new HABMBlock(moduleName));
+  HABM_TRACE(TRACE_BLOCK, "Created new top-block module '%s'.\n", moduleName.c_str());
+  return block;
+}
+
+// Identity and tree.
+
+void HABMBlock::setInstanceName(std::string const& instanceName) {
+  std::string const oldName = instanceName_;
+  instanceName_ = instanceName;
+  if (parent_ != nullptr) {
+    parent_->subBlocks_.renamed(*this, oldName);
+  }
+}
+
+HABMBlock const* HABMBlock::getTop() const {
+  HABMBlock const* block = this;
+  while (block->parent_ != nullptr) {
+    block = block->parent_;
+  }
+  return block;
+}
+
+HABMBlock* HABMBlock::getTop() {
+  return const_cast<HABMBlock*>(static_cast<HABMBlock const*>(this)->getTop());
+}
+
+std::string HABMBlock::getInstancePath() const {
+  if (parent_ == nullptr) {
+    return std::string(1, HABMPath::SEPARATOR());
+  }
+  return HABMPath::terminate(parent_->getInstancePath()) + instanceName_;
+}
+
+int HABMBlock::getInstanceDepth() const {
+  std::string const path = HABMPath::terminate(getInstancePath());
+  return static_cast<int>(std::count(path.begin(), path.end(), HABMPath::SEPARATOR())) - 1;
+}
+
+HABMBlock const* HABMBlock::getRswAncestor() const {
+  for (HABMBlock const* block = parent_; block != nullptr; block = block->parent_) {
+    if (block->isBlockRsw()) {
+      return block;
+    }
+  }
+  return nullptr;
+}
+
+bool HABMBlock::isVisible() const {
+  for (HABMBlock const* block = parent_; block != nullptr; block = block->parent_) {
+    if (!block->transparent_) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// Flags.
+
+bool HABMBlock::isLocked() const {
+  if (HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.ignoreModularNocLocks", false)) {
+    return false;
+  }
+  for (HABMBlock const* block = this; block != nullptr; block = block->parent_) {
+    switch (block->lockState_) {
+      case LOCKED:
+        return true;
+      case UNLOCKED:
+        return false;
+      case UNKNOWN:
+        break;
+    }
+  }
+  return false;
+}
+
+HABMBlock::LockState HABMBlock::encodeLockState(std::string text) {
+  boost::algorithm::to_lower(text);
+  for (auto const& entry : kLockStateTexts) {
+    if (text == entry.text) {
+      return entry.state;
+    }
+  }
+  return UNKNOWN;
+}
+
+std::string HABMBlock::decodeLockState(LockState const& state) {
+  for (auto const& entry : kLockStateTexts) {
+    if (entry.state == state) {
+      return entry.text;
+    }
+  }
+  return std::string();
+}
+
+// Kinds.
+
+bool HABMBlock::isIP() const {
+  return vlnvLibraryIs(moduleVlnv_, {"ip"});
+}
+bool HABMBlock::isBlockDesign() const {
+  return vlnvLibraryIs(moduleVlnv_, {"blockdesign", "blockdiagram"});
+}
+bool HABMBlock::isBlockDesignRef() const {
+  return vlnvLibraryIs(moduleVlnv_, {"blockdesign_ref"});
+}
+bool HABMBlock::isModuleRef() const {
+  return vlnvLibraryIs(moduleVlnv_, {"module_ref"});
+}
+bool HABMBlock::isPrimitive() const {
+  return getAttribute(HABMAttribute::PRIMITIVE()) != nullptr;
+}
+bool HABMBlock::isOpmModule() const {
+  return getAttribute(HABMAttribute::OPM_MODULE()) != nullptr;
+}
+bool HABMBlock::isOpmNocModule() const {
+  return getAttribute(HABMAttribute::OPM_NOC()) != nullptr;
+}
+bool HABMBlock::isBlackBox() const {
+  return attributeIsTrue(*this, HABMAttribute::BLACK_BOX());
+}
+bool HABMBlock::isBlockStub() const {
+  return attributeIsTrue(*this, HABMAttribute::BLOCK_STUB());
+}
+bool HABMBlock::isBlockRsw() const {
+  return attributeIsTrue(*this, HABMAttribute::BLOCK_RSW());
+}
+
+bool HABMBlock::hasOpmNocModule() const {
+  if (isOpmNocModule()) {
+    return true;
+  }
+  auto const below = findSubBlocks(std::string(), true);
+  return std::any_of(below.begin(), below.end(),
+                     [](HABMBlock const* block) { return block->isOpmNocModule(); });
+}
+
+void HABMBlock::setFlagAttribute(std::string const& name, bool on) {
+  if (on) {
+    setAttribute(name, "true", true);
+  } else {
+    removeAttribute(name);
+  }
+}
+
+void HABMBlock::setBlackBox(bool const& on) {
+  setFlagAttribute(HABMAttribute::BLACK_BOX(), on);
+}
+void HABMBlock::setBlockStub(bool const& on) {
+  setFlagAttribute(HABMAttribute::BLOCK_STUB(), on);
+}
+void HABMBlock::setBlockRsw(bool const& on) {
+  setFlagAttribute(HABMAttribute::BLOCK_RSW(), on);
+}
+
+// Attributes, generics, parameters: each kind is its table row and one-line forwards.
+
+HABMAttribute* HABMBlock::createAttribute(std::string const& name, std::string const& value) {
+  return createChild(*this, attributes_, kAttributeTexts, name, false,
+                     [&](std::string const& n) { return std::make_unique<HABMAttribute>(n, value); });
+}
+HABMAttribute* HABMBlock::getAttribute(std::string const& name) const {
+  return attributes_.get(name);
+}
+std::vector<HABMAttribute*> HABMBlock::getAttributes() const {
+  return attributes_.list();
+}
+bool HABMBlock::hasAttributes() const {
+  return !attributes_.empty();
+}
+bool HABMBlock::removeAttribute(std::string const& name) {
+  return removeChild(*this, attributes_, kAttributeTexts, name);
+}
+void HABMBlock::clearAttributes() {
+  attributes_.clear();
+}
+HABMAttribute* HABMBlock::setAttribute(std::string const& name, std::string const& value,
+                                       bool const& create) {
+  return setChildValue(attributes_, name, value, create,
+                       [&] { return createAttribute(name, std::string()); });
+}
+HABMAttribute* HABMBlock::findAttribute(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getAttribute);
+}
+
+HABMGeneric* HABMBlock::createGeneric(std::string const& name, std::string const& value) {
+  return createChild(*this, generics_, kGenericTexts, name, false,
+                     [&](std::string const& n) { return std::make_unique<HABMGeneric>(n, value); });
+}
+HABMGeneric* HABMBlock::getGeneric(std::string const& name) const {
+  return generics_.get(name);
+}
+std::vector<HABMGeneric*> HABMBlock::getGenerics() const {
+  return generics_.list();
+}
+bool HABMBlock::hasGenerics() const {
+  return !generics_.empty();
+}
+bool HABMBlock::removeGeneric(std::string const& name) {
+  return removeChild(*this, generics_, kGenericTexts, name);
+}
+void HABMBlock::clearGenerics() {
+  generics_.clear();
+}
+HABMGeneric* HABMBlock::setGeneric(std::string const& name, std::string const& value, bool const& create) {
+  return setChildValue(generics_, name, value, create, [&] { return createGeneric(name, std::string()); });
+}
+HABMGeneric* HABMBlock::findGeneric(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getGeneric);
+}
+
+HABMParameter* HABMBlock::createParameter(std::string const& name, std::string const& value) {
+  return createChild(*this, parameters_, kParameterTexts, name, false,
+                     [&](std::string const& n) { return std::make_unique<HABMParameter>(n, value); });
+}
+HABMParameter* HABMBlock::getParameter(std::string const& name) const {
+  return parameters_.get(name);
+}
+std::vector<HABMParameter*> HABMBlock::getParameters() const {
+  return parameters_.list();
+}
+bool HABMBlock::hasParameters() const {
+  return !parameters_.empty();
+}
+bool HABMBlock::removeParameter(std::string const& name) {
+  return removeChild(*this, parameters_, kParameterTexts, name);
+}
+void HABMBlock::clearParameters() {
+  parameters_.clear();
+}
+HABMParameter* HABMBlock::setParameter(std::string const& name, std::string const& value,
+                                       bool const& create) {
+  return setChildValue(parameters_, name, value, create,
+                       [&] { return createParameter(name, std::string()); });
+}
+HABMParameter* HABMBlock::findParameter(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getParameter);
+}
+
+// Sub-blocks.
+
+HABMBlock* HABMBlock::createSubBlock(std::string const& instanceName, std::string const& moduleName,
+                                     bool const& force) {
+  return createChild(*this, subBlocks_, kSubBlockTexts, instanceName, force, [&](std::string const& n) {
+    return std::unique_ptr<HABMBlock>(new HABMBlock(this, n, moduleName));
+  });
+}
+
+HABMBlock* HABMBlock::insertSubBlock(std::string const& instanceName, std::unique_ptr<HABMBlock>& block,
+                                     bool const& force) {
+  // Adopting a block that holds this one (or this one itself) would make the tree own itself.
+  bool const holdsThis = block != nullptr && getTop() == block.get();
+  if (block == nullptr || holdsThis || block->parent_ != nullptr || isRefusedName(instanceName) ||
+      (!force && subBlocks_.has(instanceName))) {
+    HABM_TRACE(TRACE_BLOCK, "Failed to insert sub-block '%s' in block '%s'.\n", instanceName.c_str(),
+               getInstancePath().c_str());
+    return nullptr;
+  }
+  block->setParent(this);
+  block->instanceName_ = instanceName;
+  HABMBlock* inserted = subBlocks_.append(std::move(block));
+  HABM_TRACE(TRACE_BLOCK, "Inserted sub-block '%s' into block '%s'.\n", inserted->getInstancePath().c_str(),
+             getInstancePath().c_str());
+  return inserted;
+}
+
+std::unique_ptr<HABMBlock> HABMBlock::removeSubBlock(std::string const& instanceName) {
+  std::string const name = instanceName;  // the request may be the child's own name, about to be cleared
+  std::unique_ptr<HABMBlock> block = subBlocks_.take(name);
+  if (block == nullptr) {
+    return nullptr;
+  }
+  block->setParent(nullptr);
+  block->instanceName_.clear();
+  HABM_TRACE(kSubBlockTexts.removedMask, kSubBlockTexts.removed, name.c_str(), getInstancePath().c_str());
+  return block;
+}
+
+HABMBlock* HABMBlock::getSubBlock(std::string const& instanceName) const {
+  return subBlocks_.get(instanceName);
+}
+std::vector<HABMBlock*> HABMBlock::getSubBlocks() const {
+  return subBlocks_.list();
+}
+bool HABMBlock::hasSubBlocks() const {
+  return !subBlocks_.empty();
+}
+void HABMBlock::clearSubBlocks() {
+  subBlocks_.clear();
+}
+
+HABMBlock* HABMBlock::findSubBlock(std::string const& path, bool const& recursive) const {
+  std::string rel = HABMPath::get_relative_path(*this, path);
+  HABMBlock const* holder = this;
+  while (!rel.empty()) {
+    auto const cut = rel.find(HABMPath::SEPARATOR());
+    if (cut == std::string::npos) {
+      return holder->getSubBlock(rel);
+    }
+    if (!recursive) {
+      return nullptr;
+    }
+    holder = holder->getSubBlock(rel.substr(0, cut));
+    if (holder == nullptr) {
+      return nullptr;
+    }
+    rel.erase(0, cut + 1);
+  }
+  return nullptr;
+}
+
+std::vector<HABMBlock*> HABMBlock::findSubBlocks(std::string const& pattern, bool const& recursive) const {
+  std::vector<HABMBlock*> out;
+  findSubBlocksInto(*this, pattern, recursive, out);
+  return out;
+}
+
+std::vector<HABMBlock*> HABMBlock::findSubBlocksByModule(std::string const& pattern,
+                                                         bool const& recursive) const {
+  std::vector<HABMBlock*> out;
+  if (!pattern.empty()) {
+    for (HABMBlock* block : findSubBlocks(std::string(), recursive)) {
+      if (HABMUtils::wildcard_match(pattern, block->moduleName_)) {
+        out.push_back(block);
+      }
+    }
+  }
+  return out;
+}
+
+std::vector<HABMBlock*> HABMBlock::findSubBlocksByVlnv(std::string const& pattern,
+                                                       bool const& recursive) const {
+  std::vector<HABMBlock*> out;
+  if (!pattern.empty()) {
+    for (HABMBlock* block : findSubBlocks(std::string(), recursive)) {
+      if (HABMUtils::wildcard_match(pattern, block->moduleVlnv_)) {
+        out.push_back(block);
+      }
+    }
+  }
+  return out;
+}
+
+bool HABMBlock::hasSubBlock(HABMBlock const* block, bool const& recursive) const {
+  if (block == nullptr) {
+    return false;
+  }
+  auto const all = findSubBlocks(std::string(), recursive);
+  return std::find(all.begin(), all.end(), block) != all.end();
+}
+
+bool HABMBlock::check() const {
+  bool ok = attributes_.checkIndex() && generics_.checkIndex() && parameters_.checkIndex() &&
+            subBlocks_.checkIndex() && namesAreValid(attributes_) && namesAreValid(generics_) &&
+            namesAreValid(parameters_) && namesAreValid(subBlocks_);
+  for (auto const& sub : subBlocks_.items()) {
+    ok = ok && sub->parent_ == this && sub->check();
+  }
+  return ok;
+}

@@ -1,0 +1,247 @@
+// HABMBlock.h: the node of the block tree: a module and one instance of it, with its children.
+#pragma once
+
+#include "base/HATAttrObj.h"
+#include "blockmodel/HABMAddrValue.h"
+#include "blockmodel/HABMChildList.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class HABMAttribute;
+class HABMBlock;
+class HABMGeneric;
+class HABMParameter;
+
+/// Sub-blocks are named by their instance name.
+template <>
+struct HABMChildName<HABMBlock> {
+  static std::string const& of(HABMBlock const& block);
+};
+
+/// A block is at once a module (module name, VLNV, boundary) and one instance of it (instance name, place
+/// under a parent). A block owns its children; accessors hand out plain pointers valid until the owner
+/// changes. Blocks come only from the factories and are not copyable.
+class HABMBlock : public HATAttrObj {
+ public:
+  /// The lock state of one block; UNKNOWN defers to the parent.
+  enum LockState { LOCKED, UNLOCKED, UNKNOWN };
+
+  ~HABMBlock() override;
+  HABMBlock(HABMBlock const&) = delete;
+  HABMBlock& operator=(HABMBlock const&) = delete;
+
+  // Factories.
+
+  /// A new top block of that module, owned by the caller; never null.
+  static std::unique_ptr<HABMBlock> createTopBlock(std::string const& moduleName);
+
+  // Identity: plain reads and writes, no checks and no messages.
+
+  /// The module this block instantiates.
+  std::string const& getModuleName() const { return moduleName_; }
+  /// Sets the module name; nothing else changes.
+  void setModuleName(std::string const& moduleName) { moduleName_ = moduleName; }
+  /// The module's "vendor:library:name:version"; empty by default.
+  std::string const& getModuleVlnv() const { return moduleVlnv_; }
+  /// Sets the VLNV text as given; it is not checked.
+  void setModuleVlnv(std::string const& vlnv) { moduleVlnv_ = vlnv; }
+  /// The name under the parent; empty on a top block.
+  std::string const& getInstanceName() const { return instanceName_; }
+  /// Renames the block; siblings are not consulted, so two sub-blocks may end up sharing a name, and
+  /// stored paths are not rewritten.
+  void setInstanceName(std::string const& instanceName);
+  /// Free text that the block only carries; empty by default.
+  std::string const& getEnablement() const { return enablement_; }
+  /// Sets the enablement text.
+  void setEnablement(std::string const& enablement) { enablement_ = enablement; }
+  /// The block's base address; zero by default.
+  HABMAddrValue const& getBaseAddress() const { return baseAddress_; }
+  /// Sets the base address.
+  void setBaseAddress(HABMAddrValue const& baseAddress) { baseAddress_ = baseAddress; }
+
+  // Tree.
+
+  /// The parent block, or null for a top block; not owning.
+  HABMBlock const* getParent() const { return parent_; }
+  /// The parent block, or null for a top block; not owning.
+  HABMBlock* getParent() { return const_cast<HABMBlock*>(parent_); }
+  /// The root of this block's tree; the block itself when it has no parent.
+  HABMBlock const* getTop() const;
+  /// The root of this block's tree; the block itself when it has no parent.
+  HABMBlock* getTop();
+  /// "/" for a top block, else the parent's path and the instance name ("/u0/u1").
+  std::string getInstancePath() const;
+  /// 0 for a top block, one more per level below it.
+  int getInstanceDepth() const;
+  /// The nearest strict ancestor whose BLOCK_RSW attribute is "true", or null.
+  HABMBlock const* getRswAncestor() const;
+  /// True when every ancestor is transparent (the block's own flag does not count); true for a top block.
+  bool isVisible() const;
+
+  // Flags.
+
+  /// The host's memo that the tree passed its checks; false by default.
+  bool getValidated() const { return validated_; }
+  /// Sets the validated memo.
+  void setValidated(bool const& validated) { validated_ = validated; }
+  /// Whether the contents may be seen from above; true by default.
+  bool getTransparent() const { return transparent_; }
+  /// Sets the transparency flag.
+  void setTransparent(bool const& transparent) { transparent_ = transparent; }
+  /// This block's own lock state; UNKNOWN by default.
+  LockState getLocked() const { return lockState_; }
+  /// Sets this block's own lock state.
+  void setLocked(LockState const& lockState) { lockState_ = lockState; }
+  /// The inherited lock: the nearest definite state from here upwards, false when there is none or when
+  /// the host parameter "project.ignoreModularNocLocks" is true.
+  bool isLocked() const;
+  /// "locked" and "unlocked", in any case, give their state; every other text gives UNKNOWN.
+  static LockState encodeLockState(std::string text);
+  /// "locked" or "unlocked"; the empty string for UNKNOWN.
+  static std::string decodeLockState(LockState const& state);
+
+  // Kinds, read from the VLNV library part or from attributes.
+
+  /// True when the VLNV splits and its library is "ip", ignoring case.
+  bool isIP() const;
+  /// True when the VLNV splits and its library is "blockdesign" or "blockdiagram", ignoring case.
+  bool isBlockDesign() const;
+  /// True when the VLNV splits and its library is "blockdesign_ref", ignoring case.
+  bool isBlockDesignRef() const;
+  /// True when the VLNV splits and its library is "module_ref", ignoring case.
+  bool isModuleRef() const;
+  /// True when a PRIMITIVE attribute exists, whatever its value.
+  bool isPrimitive() const;
+  /// True when an OPM_MODULE attribute exists, whatever its value.
+  bool isOpmModule() const;
+  /// True when an OPM_NOC attribute exists, whatever its value.
+  bool isOpmNocModule() const;
+  /// True when this block or any block below it has an OPM_NOC attribute.
+  bool hasOpmNocModule() const;
+  /// True when the BLACK_BOX attribute is "true", ignoring case.
+  bool isBlackBox() const;
+  /// True when the BLOCK_STUB attribute is "true", ignoring case.
+  bool isBlockStub() const;
+  /// True when the BLOCK_RSW attribute is "true", ignoring case.
+  bool isBlockRsw() const;
+  /// True sets BLACK_BOX to "true" (creating it); false removes it.
+  void setBlackBox(bool const& on);
+  /// True sets BLOCK_STUB to "true" (creating it); false removes it.
+  void setBlockStub(bool const& on);
+  /// True sets BLOCK_RSW to "true" (creating it); false removes it.
+  void setBlockRsw(bool const& on);
+
+  // Attributes, generics and parameters. Creators refuse an empty name, a name with "/" and a name
+  // already present, returning null; removers return false for an unknown name.
+
+  /// Appends an attribute; null when refused. The block owns the result.
+  HABMAttribute* createAttribute(std::string const& name, std::string const& value);
+  /// The first attribute of that exact name, or null.
+  HABMAttribute* getAttribute(std::string const& name) const;
+  /// The attributes in creation order; the block keeps ownership.
+  std::vector<HABMAttribute*> getAttributes() const;
+  /// True when the block has an attribute.
+  bool hasAttributes() const;
+  /// Destroys the first attribute of that name; false when there is none.
+  bool removeAttribute(std::string const& name);
+  /// Destroys every attribute, silently.
+  void clearAttributes();
+  /// Sets the value of an existing attribute, or creates it when `create` is set; null when missing and
+  /// not created, or when the name is refused.
+  HABMAttribute* setAttribute(std::string const& name, std::string const& value, bool const& create);
+  /// The attribute at "name" or "sub/path/name" from this block, or null.
+  HABMAttribute* findAttribute(std::string const& path, bool const& recursive) const;
+
+  /// Appends a generic; null when refused. The block owns the result.
+  HABMGeneric* createGeneric(std::string const& name, std::string const& value);
+  /// The first generic of that exact name, or null.
+  HABMGeneric* getGeneric(std::string const& name) const;
+  /// The generics in creation order; the block keeps ownership.
+  std::vector<HABMGeneric*> getGenerics() const;
+  /// True when the block has a generic.
+  bool hasGenerics() const;
+  /// Destroys the first generic of that name; false when there is none.
+  bool removeGeneric(std::string const& name);
+  /// Destroys every generic, silently.
+  void clearGenerics();
+  /// As setAttribute, for generics.
+  HABMGeneric* setGeneric(std::string const& name, std::string const& value, bool const& create);
+  /// The generic at "name" or "sub/path/name" from this block, or null.
+  HABMGeneric* findGeneric(std::string const& path, bool const& recursive) const;
+
+  /// Appends a parameter; null when refused. The block owns the result.
+  HABMParameter* createParameter(std::string const& name, std::string const& value);
+  /// The first parameter of that exact name, or null.
+  HABMParameter* getParameter(std::string const& name) const;
+  /// The parameters in creation order; the block keeps ownership.
+  std::vector<HABMParameter*> getParameters() const;
+  /// True when the block has a parameter.
+  bool hasParameters() const;
+  /// Destroys the first parameter of that name; false when there is none.
+  bool removeParameter(std::string const& name);
+  /// Destroys every parameter, silently.
+  void clearParameters();
+  /// As setAttribute, for parameters.
+  HABMParameter* setParameter(std::string const& name, std::string const& value, bool const& create);
+  /// The parameter at "name" or "sub/path/name" from this block, or null.
+  HABMParameter* findParameter(std::string const& path, bool const& recursive) const;
+
+  // Sub-blocks.
+
+  /// Appends a new sub-block; null for an empty name, a name with "/", or (unless `force`) a taken name.
+  HABMBlock* createSubBlock(std::string const& instanceName, std::string const& moduleName,
+                            bool const& force);
+  /// Adopts a top block under the given instance name, emptying `block`; null, with `block` untouched, for
+  /// an empty pointer, a refused name, or a block that already holds this one.
+  HABMBlock* insertSubBlock(std::string const& instanceName, std::unique_ptr<HABMBlock>& block,
+                            bool const& force);
+  /// Detaches the first sub-block of that name and hands it back as a top block; empty when unknown.
+  std::unique_ptr<HABMBlock> removeSubBlock(std::string const& instanceName);
+  /// The first sub-block of that exact instance name, or null.
+  HABMBlock* getSubBlock(std::string const& instanceName) const;
+  /// The direct sub-blocks in creation order; the block keeps ownership.
+  std::vector<HABMBlock*> getSubBlocks() const;
+  /// True when the block has a sub-block.
+  bool hasSubBlocks() const;
+  /// Destroys every sub-block, silently.
+  void clearSubBlocks();
+  /// The sub-block at a relative or absolute path; null for a miss, a path outside this block, or a
+  /// path of more than one level when `recursive` is false.
+  HABMBlock* findSubBlock(std::string const& path, bool const& recursive) const;
+  /// Sub-blocks whose instance path matches `pattern` (all for ""): with `recursive`, each sub-block's
+  /// finds come first, then the direct sub-blocks. Never this block itself.
+  std::vector<HABMBlock*> findSubBlocks(std::string const& pattern, bool const& recursive) const;
+  /// Sub-blocks, in findSubBlocks order, whose module name matches; empty for an empty pattern.
+  std::vector<HABMBlock*> findSubBlocksByModule(std::string const& pattern, bool const& recursive) const;
+  /// Sub-blocks, in findSubBlocks order, whose VLNV matches; empty for an empty pattern.
+  std::vector<HABMBlock*> findSubBlocksByVlnv(std::string const& pattern, bool const& recursive) const;
+  /// True when `block` is a sub-block (any depth with `recursive`); pointers are compared; false for null.
+  bool hasSubBlock(HABMBlock const* block, bool const& recursive) const;
+
+  /// Walks the subtree and says whether its invariants hold: parents point back, child names are valid,
+  /// name indexes agree with their containers. For tests; never called by the library.
+  bool check() const;
+
+ private:
+  explicit HABMBlock(std::string const& moduleName);
+  HABMBlock(HABMBlock const* parent, std::string const& instanceName, std::string const& moduleName);
+
+  void setParent(HABMBlock const* parent) { parent_ = parent; }
+  void setFlagAttribute(std::string const& name, bool on);
+
+  HABMBlock const* parent_ = nullptr;
+  bool validated_ = false;
+  LockState lockState_ = UNKNOWN;
+  bool transparent_ = true;
+  std::string moduleName_;
+  std::string moduleVlnv_;
+  std::string enablement_;
+  HABMAddrValue baseAddress_;
+  std::string instanceName_;
+  HABMChildList<HABMAttribute> attributes_;
+  HABMChildList<HABMGeneric> generics_;
+  HABMChildList<HABMParameter> parameters_;
+  HABMChildList<HABMBlock> subBlocks_;
+};
