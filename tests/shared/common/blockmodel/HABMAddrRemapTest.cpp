@@ -70,7 +70,7 @@ TEST(HABMAddrRemapRead, AgreesWithTheRegularExpressionsOnRandomTexts) {
   std::mt19937 rng(99);
   std::string const pieces[] = {"0x1000", "4K", "zz", "_", "7", "b1",   " ", "  ", "\t", "[",
                                 "]",      ":",  ",",  ",", "#", "\xE9", "q", "1",  "0",  "0x8000[4K]"};
-  for (int i = 0; i < 30000; ++i) {
+  for (int i = 0; i < 12000; ++i) {
     std::string text;
     for (auto n = rng() % 9; n > 0; --n) {
       text += pieces[rng() % std::size(pieces)];
