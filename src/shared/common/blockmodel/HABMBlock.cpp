@@ -1,10 +1,16 @@
 // HABMBlock.cpp: the block tree, its queries and the one child discipline every kind of child shares.
 #include "blockmodel/HABMBlock.h"
 
+#include "blockmodel/HABMAddrAssign.h"
+#include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrSegment.h"
+#include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPath.h"
+#include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMTrace.h"
 #include "blockmodel/HABMUtils.h"
 #include "param/HPAParamMgr.h"
@@ -30,6 +36,7 @@ namespace {
 struct ChildTexts {
   char const* created;
   unsigned int createdMask;
+  // Null for a kind whose refusals are silent.
   char const* failed;
   char const* removed;
   unsigned int removedMask;
@@ -59,6 +66,21 @@ constexpr ChildTexts kSubBlockTexts{"Created sub-block '%s' in block '%s'.\n",
                                     "Removed sub-block '%s' from block '%s'.\n",
                                     TRACE_BLOCK,
                                     nullptr};
+constexpr ChildTexts kAddrSpaceTexts{"Created address space '%s' on block '%s'.\n",
+                                     TRACE_CHILD,
+                                     "Failed to create address space '%s' on block '%s'.\n",
+                                     "Removed address space '%s' from block '%s'.\n",
+                                     TRACE_CHILD,
+                                     nullptr};
+constexpr ChildTexts kMemoryMapTexts{"Created memory map '%s' on block '%s'.\n",
+                                     TRACE_CHILD,
+                                     "Failed to create memory map '%s' on block '%s'.\n",
+                                     "Removed memory map '%s' from block '%s'.\n",
+                                     TRACE_CHILD,
+                                     nullptr};
+constexpr ChildTexts kAddrAssignTexts{
+    "Created address assignment '%s' on block '%s'.\n",   TRACE_CHILD, nullptr,
+    "Removed address assignment '%s' from block '%s'.\n", TRACE_CHILD, "assignment_%d"};
 
 bool isRefusedName(std::string const& name) {
   return name.empty() || HABMPath::has_separator(name);
@@ -74,7 +96,9 @@ T* createChild(HABMBlock const& block, HABMChildList<T>& list, ChildTexts const&
     name = list.autoName(texts.autoName, force);
   }
   if (isRefusedName(name) || (!force && list.has(name))) {
-    HABM_TRACE(TRACE_BLOCK, texts.failed, requested.c_str(), block.getInstancePath().c_str());
+    if (texts.failed != nullptr) {
+      HABM_TRACE(TRACE_BLOCK, texts.failed, requested.c_str(), block.getInstancePath().c_str());
+    }
     return nullptr;
   }
   T* child = list.append(make(name));
@@ -555,10 +579,172 @@ bool HABMBlock::hasSubBlock(HABMBlock const* block, bool const& recursive) const
   return std::find(all.begin(), all.end(), block) != all.end();
 }
 
+// Address spaces, memory maps and address assignments.
+
+HABMAddrSpace* HABMBlock::createAddrSpace(std::string const& name) {
+  return createChild(*this, addrSpaces_, kAddrSpaceTexts, name, false, [&](std::string const& n) {
+    return std::unique_ptr<HABMAddrSpace>(new HABMAddrSpace(this, n));
+  });
+}
+HABMAddrSpace* HABMBlock::getAddrSpace(std::string const& name) const {
+  return addrSpaces_.get(name);
+}
+std::vector<HABMAddrSpace*> HABMBlock::getAddrSpaces() const {
+  return addrSpaces_.list();
+}
+bool HABMBlock::hasAddrSpaces() const {
+  return !addrSpaces_.empty();
+}
+bool HABMBlock::removeAddrSpace(std::string const& name) {
+  return removeChild(*this, addrSpaces_, kAddrSpaceTexts, name);
+}
+void HABMBlock::clearAddrSpaces() {
+  addrSpaces_.clear();
+}
+HABMAddrSpace* HABMBlock::findAddrSpace(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getAddrSpace);
+}
+std::vector<HABMAddrSpace*> HABMBlock::findAddrSpaces(std::string const& pattern,
+                                                      bool const& recursive) const {
+  std::vector<HABMAddrSpace*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getAddrSpaces(); },
+      [](HABMAddrSpace const& space) { return space.getPath(); }, out);
+  return out;
+}
+// Nested kinds take the head of the path to their holder, which makes it relative.
+HABMAddrSegment* HABMBlock::findAddrSegment(std::string const& path, bool const& recursive) const {
+  HABMAddrSpace const* space = findAddrSpace(HABMPath::get_path_head(path), recursive);
+  return space == nullptr ? nullptr : space->getAddrSegment(HABMPath::get_path_tail(path));
+}
+
+HABMMemoryMap* HABMBlock::createMemoryMap(std::string const& name) {
+  return createChild(*this, memoryMaps_, kMemoryMapTexts, name, false, [&](std::string const& n) {
+    return std::unique_ptr<HABMMemoryMap>(new HABMMemoryMap(this, n));
+  });
+}
+HABMMemoryMap* HABMBlock::getMemoryMap(std::string const& name) const {
+  return memoryMaps_.get(name);
+}
+std::vector<HABMMemoryMap*> HABMBlock::getMemoryMaps() const {
+  return memoryMaps_.list();
+}
+bool HABMBlock::hasMemoryMaps() const {
+  return !memoryMaps_.empty();
+}
+bool HABMBlock::removeMemoryMap(std::string const& name) {
+  return removeChild(*this, memoryMaps_, kMemoryMapTexts, name);
+}
+void HABMBlock::clearMemoryMaps() {
+  memoryMaps_.clear();
+}
+HABMMemoryMap* HABMBlock::findMemoryMap(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getMemoryMap);
+}
+std::vector<HABMMemoryMap*> HABMBlock::findMemoryMaps(std::string const& pattern,
+                                                      bool const& recursive) const {
+  std::vector<HABMMemoryMap*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getMemoryMaps(); },
+      [](HABMMemoryMap const& map) { return map.getPath(); }, out);
+  return out;
+}
+HABMAddrBlock* HABMBlock::findAddrBlock(std::string const& path, bool const& recursive) const {
+  HABMMemoryMap const* map = findMemoryMap(HABMPath::get_path_head(path), recursive);
+  return map == nullptr ? nullptr : map->getAddrBlock(HABMPath::get_path_tail(path));
+}
+std::vector<HABMAddrBlock*> HABMBlock::findAddrBlocks(std::string const& pattern,
+                                                      bool const& recursive) const {
+  auto const blocksOf = [](HABMBlock const& b) {
+    std::vector<HABMAddrBlock*> all;
+    for (HABMMemoryMap const* map : b.getMemoryMaps()) {
+      std::vector<HABMAddrBlock*> const blocks = map->getAddrBlocks();
+      all.insert(all.end(), blocks.begin(), blocks.end());
+    }
+    return all;
+  };
+  std::vector<HABMAddrBlock*> out;
+  findChildren(
+      *this, pattern, recursive, blocksOf, [](HABMAddrBlock const& block) { return block.getPath(); }, out);
+  return out;
+}
+HABMRegister* HABMBlock::findRegister(std::string const& path, bool const& recursive) const {
+  HABMAddrBlock const* block = findAddrBlock(HABMPath::get_path_head(path), recursive);
+  return block == nullptr ? nullptr : block->getRegister(HABMPath::get_path_tail(path));
+}
+std::vector<HABMRegister*> HABMBlock::findRegisters(std::string const& pattern, bool const& recursive) const {
+  auto const registersOf = [](HABMBlock const& b) {
+    std::vector<HABMRegister*> all;
+    for (HABMMemoryMap const* map : b.getMemoryMaps()) {
+      for (HABMAddrBlock const* block : map->getAddrBlocks()) {
+        std::vector<HABMRegister*> const registers = block->getRegisters();
+        all.insert(all.end(), registers.begin(), registers.end());
+      }
+    }
+    return all;
+  };
+  std::vector<HABMRegister*> out;
+  findChildren(
+      *this, pattern, recursive, registersOf, [](HABMRegister const& reg) { return reg.getPath(); }, out);
+  return out;
+}
+
+HABMAddrAssign* HABMBlock::createAddrAssign(std::string const& name) {
+  return createChild(*this, addrAssigns_, kAddrAssignTexts, name, false, [&](std::string const& n) {
+    return std::unique_ptr<HABMAddrAssign>(new HABMAddrAssign(this, n));
+  });
+}
+HABMAddrAssign* HABMBlock::getAddrAssign(std::string const& name) const {
+  return addrAssigns_.get(name);
+}
+std::vector<HABMAddrAssign*> HABMBlock::getAddrAssigns() const {
+  return addrAssigns_.list();
+}
+bool HABMBlock::hasAddrAssigns() const {
+  return !addrAssigns_.empty();
+}
+bool HABMBlock::removeAddrAssign(std::string const& name) {
+  return removeChild(*this, addrAssigns_, kAddrAssignTexts, name);
+}
+void HABMBlock::clearAddrAssigns() {
+  addrAssigns_.clear();
+}
+HABMAddrAssign* HABMBlock::findAddrAssign(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getAddrAssign);
+}
+std::vector<HABMAddrAssign*> HABMBlock::findAddrAssigns(std::string const& pattern,
+                                                        bool const& recursive) const {
+  std::vector<HABMAddrAssign*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getAddrAssigns(); },
+      [](HABMAddrAssign const& assign) { return assign.getPath(); }, out);
+  return out;
+}
+
+// Spaces and maps are declared, never derived from what the block already holds.
+void HABMBlock::inferAddrSpaces() {}
+void HABMBlock::inferMemoryMaps() {}
+
+bool HABMBlock::checkAddrMaps() const {
+  bool ok = addrSpaces_.checkIndex() && memoryMaps_.checkIndex() && addrAssigns_.checkIndex() &&
+            namesAreValid(addrSpaces_) && namesAreValid(memoryMaps_) && namesAreValid(addrAssigns_);
+  for (auto const& space : addrSpaces_.items()) {
+    ok = ok && space->getParent() == this && space->check();
+  }
+  for (auto const& map : memoryMaps_.items()) {
+    ok = ok && map->getParent() == this && map->check();
+  }
+  for (auto const& assign : addrAssigns_.items()) {
+    ok = ok && assign->getParent() == this;
+  }
+  return ok;
+}
+
 bool HABMBlock::check() const {
   bool ok = attributes_.checkIndex() && generics_.checkIndex() && parameters_.checkIndex() &&
             subBlocks_.checkIndex() && namesAreValid(attributes_) && namesAreValid(generics_) &&
             namesAreValid(parameters_) && namesAreValid(subBlocks_);
+  ok = ok && checkAddrMaps();
   for (auto const& sub : subBlocks_.items()) {
     ok = ok && sub->parent_ == this && sub->check();
   }

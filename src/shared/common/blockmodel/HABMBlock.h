@@ -9,6 +9,13 @@
 #include <string>
 #include <vector>
 
+class HABMAddrAssign;
+class HABMAddrBlock;
+class HABMAddrSegment;
+class HABMAddrSpace;
+class HABMMemoryMap;
+class HABMRegister;
+
 class HABMAttribute;
 class HABMBlock;
 class HABMGeneric;
@@ -220,6 +227,81 @@ class HABMBlock : public HATAttrObj {
   /// True when `block` is a sub-block (any depth with `recursive`); pointers are compared; false for null.
   bool hasSubBlock(HABMBlock const* block, bool const& recursive) const;
 
+  // Address spaces, memory maps and address assignments. Spaces and maps refuse an empty name, a name
+  // with "/" and a taken name; an assignment takes "assignment_<n>" for an empty name.
+
+  /// Appends an address space; null when refused. The block owns the result.
+  HABMAddrSpace* createAddrSpace(std::string const& name);
+  /// The first address space of that exact name, or null.
+  HABMAddrSpace* getAddrSpace(std::string const& name) const;
+  /// The address spaces in creation order; the block keeps ownership.
+  std::vector<HABMAddrSpace*> getAddrSpaces() const;
+  /// True when the block has an address space.
+  bool hasAddrSpaces() const;
+  /// Destroys the first address space of that name; false when there is none. Assignments naming it stay.
+  bool removeAddrSpace(std::string const& name);
+  /// Destroys every address space, silently.
+  void clearAddrSpaces();
+  /// The address space at "name" or "sub/path/name" from this block, or null.
+  HABMAddrSpace* findAddrSpace(std::string const& path, bool const& recursive) const;
+  /// Address spaces whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMAddrSpace*> findAddrSpaces(std::string const& pattern, bool const& recursive) const;
+  /// The segment at "space/segment" (the space found as by findAddrSpace), or null.
+  HABMAddrSegment* findAddrSegment(std::string const& path, bool const& recursive) const;
+
+  /// Appends a memory map; null when refused. The block owns the result.
+  HABMMemoryMap* createMemoryMap(std::string const& name);
+  /// The first memory map of that exact name, or null.
+  HABMMemoryMap* getMemoryMap(std::string const& name) const;
+  /// The memory maps in creation order; the block keeps ownership.
+  std::vector<HABMMemoryMap*> getMemoryMaps() const;
+  /// True when the block has a memory map.
+  bool hasMemoryMaps() const;
+  /// Destroys the first memory map of that name; false when there is none. Assignments naming it stay.
+  bool removeMemoryMap(std::string const& name);
+  /// Destroys every memory map, silently.
+  void clearMemoryMaps();
+  /// The memory map at "name" or "sub/path/name" from this block, or null.
+  HABMMemoryMap* findMemoryMap(std::string const& path, bool const& recursive) const;
+  /// Memory maps whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMMemoryMap*> findMemoryMaps(std::string const& pattern, bool const& recursive) const;
+  /// The address block at "map/block" (the map found as by findMemoryMap), or null.
+  HABMAddrBlock* findAddrBlock(std::string const& path, bool const& recursive) const;
+  /// Address blocks of every memory map whose full path matches `pattern` (all for ""), this block's
+  /// first, then with `recursive` each sub-block's.
+  std::vector<HABMAddrBlock*> findAddrBlocks(std::string const& pattern, bool const& recursive) const;
+  /// The register at "map/block/register" (the address block found as by findAddrBlock), or null.
+  HABMRegister* findRegister(std::string const& path, bool const& recursive) const;
+  /// Registers of every address block whose full path matches `pattern` (all for ""), this block's
+  /// first, then with `recursive` each sub-block's.
+  std::vector<HABMRegister*> findRegisters(std::string const& pattern, bool const& recursive) const;
+
+  /// Appends an address assignment, named "assignment_<n>" (the first free n from the count) for an empty
+  /// name; null, silently, for a name with "/" or a taken name. The block owns the result.
+  HABMAddrAssign* createAddrAssign(std::string const& name);
+  /// The first address assignment of that exact name, or null.
+  HABMAddrAssign* getAddrAssign(std::string const& name) const;
+  /// The address assignments in creation order; the block keeps ownership.
+  std::vector<HABMAddrAssign*> getAddrAssigns() const;
+  /// True when the block has an address assignment.
+  bool hasAddrAssigns() const;
+  /// Destroys the first address assignment of that name; false when there is none.
+  bool removeAddrAssign(std::string const& name);
+  /// Destroys every address assignment, silently.
+  void clearAddrAssigns();
+  /// The address assignment at "name" or "sub/path/name" from this block, or null.
+  HABMAddrAssign* findAddrAssign(std::string const& path, bool const& recursive) const;
+  /// Address assignments whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMAddrAssign*> findAddrAssigns(std::string const& pattern, bool const& recursive) const;
+
+  /// Leaves the block as it is: address spaces come only from createAddrSpace and the file reader.
+  void inferAddrSpaces();
+  /// Leaves the block as it is: memory maps come only from createMemoryMap and the file reader.
+  void inferMemoryMaps();
+
   /// Walks the subtree and says whether its invariants hold: parents point back, child names are valid,
   /// name indexes agree with their containers. For tests; never called by the library.
   bool check() const;
@@ -244,4 +326,10 @@ class HABMBlock : public HATAttrObj {
   HABMChildList<HABMGeneric> generics_;
   HABMChildList<HABMParameter> parameters_;
   HABMChildList<HABMBlock> subBlocks_;
+
+  // The address objects; declared apart so that each group's invariants are checked in one place.
+  bool checkAddrMaps() const;
+  HABMChildList<HABMAddrSpace> addrSpaces_;
+  HABMChildList<HABMMemoryMap> memoryMaps_;
+  HABMChildList<HABMAddrAssign> addrAssigns_;
 };
