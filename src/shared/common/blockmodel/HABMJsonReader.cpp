@@ -1,11 +1,18 @@
 // HABMJsonReader.cpp: the document frame, the collection scheme and one unmarshal per kind of object.
 #include "blockmodel/HABMJsonReader.h"
 
+#include "blockmodel/HABMAddrAssign.h"
+#include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrSegment.h"
+#include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMJsonUtils.h"
+#include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMRegister.h"
+#include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
 #include "json/HCRapidJsonReadWriteUtils.h"
 #include "msg/ComMsgMgr.h"
@@ -67,6 +74,34 @@ bool unmarshalValueObject(rapidjson::Value const& object, T& item) {
     return false;
   }
   item.setValue(value);
+  return true;
+}
+
+// Reads an address text: a required one that is absent gives false; an optional one reads as `fallback`.
+bool readAddress(rapidjson::Value const& object, std::string const& key, char const* fallback, bool required,
+                 HABMAddrValue& out) {
+  std::string text = fallback;
+  if (!Keys::getJsonString(object, key, text, required) && required) {
+    return false;
+  }
+  out = HABMAddrValue(text);
+  return true;
+}
+
+// Reads a text, with the same rule for absence as readAddress.
+bool readText(rapidjson::Value const& object, std::string const& key, char const* fallback, bool required,
+              std::string& out) {
+  out = fallback;
+  return Keys::getJsonString(object, key, out, required) || !required;
+}
+
+// Reads a required bit count or offset; the file holds it as an int.
+bool readCount(rapidjson::Value const& object, std::string const& key, unsigned int& out) {
+  int value = 0;
+  if (!Keys::getJsonInt(object, key, value, true)) {
+    return false;
+  }
+  out = static_cast<unsigned int>(value);
   return true;
 }
 
@@ -155,7 +190,6 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
   Value const* configuration = Keys::getJsonValue(object, Keys::STR_CONFIGURATION(), false);
   Value const* boundary = Keys::getJsonValue(object, Keys::STR_BOUNDARY(), false);
   Value const* contents = Keys::getJsonValue(object, Keys::STR_CONTENTS(), false);
-  (void)boundary;  // the boundary's kinds read from it as they join the model
 
   std::string text;
   if (!Keys::getJsonString(object, Keys::STR_MODULE_NAME(), text, true)) {
@@ -192,8 +226,17 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
              configuration, Keys::STR_PARAMETERS(), [&] { block.clearParameters(); },
              [&](std::string const& name) { return block.createParameter(name, ""); }) &&
          unmarshalCollection(
+             boundary, Keys::STR_MEMORY_MAPS(), [&] { block.clearMemoryMaps(); },
+             [&](std::string const& name) { return block.createMemoryMap(name); }) &&
+         unmarshalCollection(
+             boundary, Keys::STR_ADDRESS_SPACES(), [&] { block.clearAddrSpaces(); },
+             [&](std::string const& name) { return block.createAddrSpace(name); }) &&
+         unmarshalCollection(
              contents, Keys::STR_SUB_BLOCKS(), [&] { block.clearSubBlocks(); },
-             [&](std::string const& name) { return block.createSubBlock(name, "", false); });
+             [&](std::string const& name) { return block.createSubBlock(name, "", false); }) &&
+         unmarshalCollection(
+             contents, Keys::STR_ADDRESS_ASSIGNMENTS(), [&] { block.clearAddrAssigns(); },
+             [&](std::string const& name) { return block.createAddrAssign(name); });
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAttribute& attribute) const {
@@ -206,4 +249,141 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMGeneric& generic) const 
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMParameter& parameter) const {
   return unmarshalValueObject(object, parameter);
+}
+
+// Address objects. A required field that is missing stops the object's read there, with the fields before
+// it set; an optional one that is missing sets its default.
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMAddrSpace& space) const {
+  HABMAddrValue range;
+  if (!readAddress(object, Keys::STR_RANGE(), "", true, range)) {
+    return false;
+  }
+  space.setRange(range);
+  return unmarshalCollection(
+      &object, Keys::STR_ADDRESS_SEGMENTS(), [&] { space.clearAddrSegments(); },
+      [&](std::string const& name) { return space.createAddrSegment(name); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMAddrSegment& segment) const {
+  std::string type;
+  readText(object, Keys::STR_TYPE(), "both", false, type);
+  segment.setMemoryType(HABMAddrSegment::encodeMemoryType(type));
+  HABMAddrValue value;
+  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+    return false;
+  }
+  segment.setOffset(value);
+  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+    return false;
+  }
+  segment.setRange(value);
+  return true;
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMMemoryMap& map) const {
+  HABMAddrValue range;
+  if (!readAddress(object, Keys::STR_RANGE(), "", true, range)) {
+    return false;
+  }
+  map.setRange(range);
+  return unmarshalCollection(
+      &object, Keys::STR_ADDRESS_BLOCKS(), [&] { map.clearAddrBlocks(); },
+      [&](std::string const& name) { return map.createAddrBlock(name); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMAddrBlock& block) const {
+  std::string text;
+  if (!readText(object, Keys::STR_TYPE(), "", true, text)) {
+    return false;
+  }
+  block.setMemoryType(HABMAddrBlock::encodeMemoryType(text));
+  readText(object, Keys::STR_ACCESS(), "read_write", false, text);
+  block.setMemoryAccess(HABMAddrBlock::encodeMemoryAccess(text));
+  HABMAddrValue value;
+  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+    return false;
+  }
+  block.setOffset(value);
+  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+    return false;
+  }
+  block.setRange(value);
+  return unmarshalCollection(
+      &object, Keys::STR_REGISTERS(), [&] { block.clearRegisters(); },
+      [&](std::string const& name) { return block.createRegister(name); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMRegister& reg) const {
+  HABMAddrValue value;
+  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+    return false;
+  }
+  reg.setOffset(value);
+  unsigned int width = 0;
+  if (!readCount(object, Keys::STR_WIDTH(), width)) {
+    return false;
+  }
+  reg.setWidth(width);
+  std::string text;
+  readText(object, Keys::STR_DESCRIPTION(), "", false, text);
+  reg.setDescription(text);
+  readText(object, Keys::STR_ACCESS(), "read_write", false, text);
+  reg.setAccess(HABMRegister::encodeRegisterAccess(text));
+  readAddress(object, Keys::STR_VALUE(), "0x0", false, value);
+  reg.setValue(value);
+  readAddress(object, Keys::STR_RESET(), "0x0", false, value);
+  reg.setReset(value);
+  return unmarshalCollection(
+             &object, Keys::STR_FIELDS(), [&] { reg.clearFields(); },
+             [&](std::string const& name) { return reg.createField(name); }) &&
+         unmarshalCollection(
+             &object, Keys::STR_PARAMETERS(), [&] { reg.clearParameters(); },
+             [&](std::string const& name) { return reg.createParameter(name, ""); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMRegisterField& field) const {
+  unsigned int count = 0;
+  if (!readCount(object, Keys::STR_OFFSET(), count)) {
+    return false;
+  }
+  field.setOffset(count);
+  if (!readCount(object, Keys::STR_WIDTH(), count)) {
+    return false;
+  }
+  field.setWidth(count);
+  std::string text;
+  readText(object, Keys::STR_ACCESS(), "read_write", false, text);
+  field.setAccess(HABMRegisterField::encodeFieldAccess(text));
+  HABMAddrValue reset;
+  readAddress(object, Keys::STR_RESET(), "0x0", false, reset);
+  field.setReset(reset);
+  return true;
+}
+
+// The paths are stored whatever form they have, as the setters do; only their absence fails.
+bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAssign& assign) const {
+  std::string text;
+  if (!readText(object, Keys::STR_TYPE(), "", true, text)) {
+    return false;
+  }
+  assign.setAssignType(HABMAddrAssign::encodeAssignType(text));
+  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+    return false;
+  }
+  assign.setSourcePath(text);
+  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+    return false;
+  }
+  assign.setTargetPath(text);
+  HABMAddrValue value;
+  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+    return false;
+  }
+  assign.setOffset(value);
+  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+    return false;
+  }
+  assign.setRange(value);
+  return true;
 }

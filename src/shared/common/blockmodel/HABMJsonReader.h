@@ -8,10 +8,17 @@
 #include <iosfwd>
 #include <string>
 
+class HABMAddrAssign;
+class HABMAddrBlock;
+class HABMAddrSegment;
+class HABMAddrSpace;
 class HABMAttribute;
 class HABMBlock;
 class HABMGeneric;
+class HABMMemoryMap;
 class HABMParameter;
+class HABMRegister;
+class HABMRegisterField;
 
 /// Reads block model files into blocks through the model's own factories and setters, so that every rule
 /// of the model holds for a file too. One `unmarshal` per kind of object; named children go through one
@@ -41,6 +48,13 @@ class HABMJsonReader {
   bool unmarshal(Value const& object, HABMAttribute& attribute) const;
   bool unmarshal(Value const& object, HABMGeneric& generic) const;
   bool unmarshal(Value const& object, HABMParameter& parameter) const;
+  bool unmarshal(Value const& object, HABMAddrSpace& space) const;
+  bool unmarshal(Value const& object, HABMAddrSegment& segment) const;
+  bool unmarshal(Value const& object, HABMMemoryMap& map) const;
+  bool unmarshal(Value const& object, HABMAddrBlock& block) const;
+  bool unmarshal(Value const& object, HABMRegister& reg) const;
+  bool unmarshal(Value const& object, HABMRegisterField& field) const;
+  bool unmarshal(Value const& object, HABMAddrAssign& assign) const;
 
   /// Reads the collection `key` of `group` (null when the group is absent): in MODE_REPLACE `clear()`
   /// runs first; then each member becomes a child through `create(name)` and is read into it. False when

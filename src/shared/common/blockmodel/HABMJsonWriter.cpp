@@ -1,11 +1,18 @@
 // HABMJsonWriter.cpp: the document frame, the collection scheme and one marshal per kind of object.
 #include "blockmodel/HABMJsonWriter.h"
 
+#include "blockmodel/HABMAddrAssign.h"
+#include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrSegment.h"
+#include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMJsonUtils.h"
+#include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMRegister.h"
+#include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
 #include "json/HCRapidJsonReadWriteUtils.h"
 #include "msg/ComMsgMgr.h"
@@ -57,6 +64,17 @@ bool marshalValueObject(T const& item, rapidjson::Value& object,
                         rapidjson::Document::AllocatorType& allocator) {
   Utils::AddStringProperty(object, Keys::STR_VALUE(), item.getValue(), allocator);
   return true;
+}
+
+void addAddress(rapidjson::Value& object, std::string const& key, HABMAddrValue const& value,
+                rapidjson::Document::AllocatorType& allocator) {
+  Utils::AddStringProperty(object, key, value.getPrettyHexStringValue(0), allocator);
+}
+
+// Bit counts and offsets are written as JSON integers, which the reader takes as int.
+void addCount(rapidjson::Value& object, std::string const& key, unsigned int value,
+              rapidjson::Document::AllocatorType& allocator) {
+  Utils::AddIntegrProperty(object, key, static_cast<int>(value), allocator);
 }
 
 }  // namespace
@@ -186,10 +204,15 @@ bool HABMJsonWriter::marshal(HABMBlock const& block, Value& object, Allocator& a
   addGroup(Keys::STR_CONFIGURATION(), configuration);
 
   Value boundary(rapidjson::kObjectType);
+  result = marshalCollection(boundary, Keys::STR_MEMORY_MAPS(), block.getMemoryMaps(), allocator) && result;
+  result =
+      marshalCollection(boundary, Keys::STR_ADDRESS_SPACES(), block.getAddrSpaces(), allocator) && result;
   addGroup(Keys::STR_BOUNDARY(), boundary);
 
   Value contents(rapidjson::kObjectType);
   result = marshalCollection(contents, Keys::STR_SUB_BLOCKS(), block.getSubBlocks(), allocator) && result;
+  result = marshalCollection(contents, Keys::STR_ADDRESS_ASSIGNMENTS(), block.getAddrAssigns(), allocator) &&
+           result;
   addGroup(Keys::STR_CONTENTS(), contents);
   return result;
 }
@@ -204,4 +227,82 @@ bool HABMJsonWriter::marshal(HABMGeneric const& generic, Value& object, Allocato
 
 bool HABMJsonWriter::marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const {
   return marshalValueObject(parameter, object, allocator);
+}
+
+// Address objects. Defaults that the reader restores on its own ("both", "read_write", zero values) are
+// left out; what the reader requires is always written.
+
+bool HABMJsonWriter::marshal(HABMAddrSpace const& space, Value& object, Allocator& allocator) const {
+  addAddress(object, Keys::STR_RANGE(), space.getRange(), allocator);
+  return marshalCollection(object, Keys::STR_ADDRESS_SEGMENTS(), space.getAddrSegments(), allocator);
+}
+
+bool HABMJsonWriter::marshal(HABMAddrSegment const& segment, Value& object, Allocator& allocator) const {
+  if (segment.getMemoryType() != HABMAddrSegment::TYPE_BOTH) {
+    Utils::AddStringProperty(object, Keys::STR_TYPE(),
+                             HABMAddrSegment::decodeMemoryType(segment.getMemoryType()), allocator);
+  }
+  addAddress(object, Keys::STR_OFFSET(), segment.getOffset(), allocator);
+  addAddress(object, Keys::STR_RANGE(), segment.getRange(), allocator);
+  return true;
+}
+
+bool HABMJsonWriter::marshal(HABMMemoryMap const& map, Value& object, Allocator& allocator) const {
+  addAddress(object, Keys::STR_RANGE(), map.getRange(), allocator);
+  return marshalCollection(object, Keys::STR_ADDRESS_BLOCKS(), map.getAddrBlocks(), allocator);
+}
+
+bool HABMJsonWriter::marshal(HABMAddrBlock const& block, Value& object, Allocator& allocator) const {
+  Utils::AddStringProperty(object, Keys::STR_TYPE(), HABMAddrBlock::decodeMemoryType(block.getMemoryType()),
+                           allocator);
+  if (block.getMemoryAccess() != HABMAddrBlock::ACCESS_READ_WRITE) {
+    Utils::AddStringProperty(object, Keys::STR_ACCESS(),
+                             HABMAddrBlock::decodeMemoryAccess(block.getMemoryAccess()), allocator);
+  }
+  addAddress(object, Keys::STR_OFFSET(), block.getOffset(), allocator);
+  addAddress(object, Keys::STR_RANGE(), block.getRange(), allocator);
+  return marshalCollection(object, Keys::STR_REGISTERS(), block.getRegisters(), allocator);
+}
+
+bool HABMJsonWriter::marshal(HABMRegister const& reg, Value& object, Allocator& allocator) const {
+  addAddress(object, Keys::STR_OFFSET(), reg.getOffset(), allocator);
+  addCount(object, Keys::STR_WIDTH(), reg.getWidth(), allocator);
+  if (!reg.getDescription().empty()) {
+    Utils::AddStringProperty(object, Keys::STR_DESCRIPTION(), reg.getDescription(), allocator);
+  }
+  if (reg.getAccess() != HABMRegister::ACCESS_READ_WRITE) {
+    Utils::AddStringProperty(object, Keys::STR_ACCESS(), HABMRegister::decodeRegisterAccess(reg.getAccess()),
+                             allocator);
+  }
+  if (reg.getValue() != HABMAddrValue::CONST_0()) {
+    addAddress(object, Keys::STR_VALUE(), reg.getValue(), allocator);
+  }
+  if (reg.getReset() != HABMAddrValue::CONST_0()) {
+    addAddress(object, Keys::STR_RESET(), reg.getReset(), allocator);
+  }
+  bool const fields = marshalCollection(object, Keys::STR_FIELDS(), reg.getFields(), allocator);
+  return marshalCollection(object, Keys::STR_PARAMETERS(), reg.getParameters(), allocator) && fields;
+}
+
+bool HABMJsonWriter::marshal(HABMRegisterField const& field, Value& object, Allocator& allocator) const {
+  addCount(object, Keys::STR_OFFSET(), field.getOffset(), allocator);
+  addCount(object, Keys::STR_WIDTH(), field.getWidth(), allocator);
+  if (field.getAccess() != HABMRegisterField::ACCESS_READ_WRITE) {
+    Utils::AddStringProperty(object, Keys::STR_ACCESS(),
+                             HABMRegisterField::decodeFieldAccess(field.getAccess()), allocator);
+  }
+  if (field.getReset() != HABMAddrValue::CONST_0()) {
+    addAddress(object, Keys::STR_RESET(), field.getReset(), allocator);
+  }
+  return true;
+}
+
+bool HABMJsonWriter::marshal(HABMAddrAssign const& assign, Value& object, Allocator& allocator) const {
+  Utils::AddStringProperty(object, Keys::STR_TYPE(), HABMAddrAssign::decodeAssignType(assign.getAssignType()),
+                           allocator);
+  Utils::AddStringProperty(object, Keys::STR_SOURCE(), assign.getSourcePath(false), allocator);
+  Utils::AddStringProperty(object, Keys::STR_TARGET(), assign.getTargetPath(false), allocator);
+  addAddress(object, Keys::STR_OFFSET(), assign.getOffset(), allocator);
+  addAddress(object, Keys::STR_RANGE(), assign.getRange(), allocator);
+  return true;
 }

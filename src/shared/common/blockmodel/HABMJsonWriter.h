@@ -9,10 +9,17 @@
 #include <string>
 #include <vector>
 
+class HABMAddrAssign;
+class HABMAddrBlock;
+class HABMAddrSegment;
+class HABMAddrSpace;
 class HABMAttribute;
 class HABMBlock;
 class HABMGeneric;
+class HABMMemoryMap;
 class HABMParameter;
+class HABMRegister;
+class HABMRegisterField;
 
 /// Writes block model files. One `marshal` per kind of object adds that object's members, in a fixed
 /// order, to a JSON object; named children go through one collection scheme.
@@ -35,6 +42,13 @@ class HABMJsonWriter {
   bool marshal(HABMAttribute const& attribute, Value& object, Allocator& allocator) const;
   bool marshal(HABMGeneric const& generic, Value& object, Allocator& allocator) const;
   bool marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const;
+  bool marshal(HABMAddrSpace const& space, Value& object, Allocator& allocator) const;
+  bool marshal(HABMAddrSegment const& segment, Value& object, Allocator& allocator) const;
+  bool marshal(HABMMemoryMap const& map, Value& object, Allocator& allocator) const;
+  bool marshal(HABMAddrBlock const& block, Value& object, Allocator& allocator) const;
+  bool marshal(HABMRegister const& reg, Value& object, Allocator& allocator) const;
+  bool marshal(HABMRegisterField const& field, Value& object, Allocator& allocator) const;
+  bool marshal(HABMAddrAssign const& assign, Value& object, Allocator& allocator) const;
 
   /// Adds `children` under `key` of `group` as an object keyed by the children's names, each marshalled
   /// into its own object; children without members and an empty collection are left out.

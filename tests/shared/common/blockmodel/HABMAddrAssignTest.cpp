@@ -200,7 +200,7 @@ TEST_F(HABMAddrAssignTree, InferenceLeavesSpacesAndMapsAsTheyWere) {
   EXPECT_FALSE(top_->hasAddrSpaces());
   EXPECT_FALSE(top_->hasMemoryMaps());
   auto const reference = habm_test::makeAddrDesign();
-  habm_test::expectSameAddrObjects(*top_, *reference);
+  habm_test::expectSameTree(*top_, *reference);
 }
 
 TEST(HABMAddrAssignTrace, AssignmentsTraceLifeButNotRefusals) {

@@ -2,10 +2,17 @@
 // comparison here.
 #pragma once
 
+#include "blockmodel/HABMAddrAssign.h"
+#include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrSegment.h"
+#include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMRegister.h"
+#include "blockmodel/HABMRegisterField.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +25,116 @@ void expectSameValues(std::vector<T*> const& a, std::vector<T*> const& b, std::s
   for (std::size_t i = 0; i < a.size(); ++i) {
     EXPECT_EQ(a[i]->getName(), b[i]->getName()) << where;
     EXPECT_EQ(a[i]->getValue(), b[i]->getValue()) << where << " " << a[i]->getName();
+  }
+}
+
+inline void expectSameSegment(HABMAddrSegment const& a, HABMAddrSegment const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getMemoryType(), b.getMemoryType());
+  EXPECT_EQ(a.getAperture(), b.getAperture());
+}
+
+inline void expectSameSpace(HABMAddrSpace const& a, HABMAddrSpace const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getRange(), b.getRange());
+  auto const as = a.getAddrSegments();
+  auto const bs = b.getAddrSegments();
+  ASSERT_EQ(as.size(), bs.size());
+  for (std::size_t i = 0; i < as.size(); ++i) {
+    expectSameSegment(*as[i], *bs[i]);
+  }
+}
+
+inline void expectSameField(HABMRegisterField const& a, HABMRegisterField const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getAccess(), b.getAccess());
+  EXPECT_EQ(a.getOffset(), b.getOffset());
+  EXPECT_EQ(a.getWidth(), b.getWidth());
+  EXPECT_EQ(a.getReset(), b.getReset());
+}
+
+inline void expectSameRegister(HABMRegister const& a, HABMRegister const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getDescription(), b.getDescription());
+  EXPECT_EQ(a.getAccess(), b.getAccess());
+  EXPECT_EQ(a.getOffset(), b.getOffset());
+  EXPECT_EQ(a.getWidth(), b.getWidth());
+  EXPECT_EQ(a.getValue(), b.getValue());
+  EXPECT_EQ(a.getReset(), b.getReset());
+  auto const af = a.getFields();
+  auto const bf = b.getFields();
+  ASSERT_EQ(af.size(), bf.size());
+  for (std::size_t i = 0; i < af.size(); ++i) {
+    expectSameField(*af[i], *bf[i]);
+  }
+  auto const ap = a.getParameters();
+  auto const bp = b.getParameters();
+  ASSERT_EQ(ap.size(), bp.size());
+  for (std::size_t i = 0; i < ap.size(); ++i) {
+    EXPECT_EQ(ap[i]->getName(), bp[i]->getName());
+    EXPECT_EQ(ap[i]->getValue(), bp[i]->getValue());
+  }
+}
+
+inline void expectSameAddrBlock(HABMAddrBlock const& a, HABMAddrBlock const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getMemoryType(), b.getMemoryType());
+  EXPECT_EQ(a.getMemoryAccess(), b.getMemoryAccess());
+  EXPECT_EQ(a.getAperture(), b.getAperture());
+  auto const ar = a.getRegisters();
+  auto const br = b.getRegisters();
+  ASSERT_EQ(ar.size(), br.size());
+  for (std::size_t i = 0; i < ar.size(); ++i) {
+    expectSameRegister(*ar[i], *br[i]);
+  }
+}
+
+inline void expectSameMap(HABMMemoryMap const& a, HABMMemoryMap const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getRange(), b.getRange());
+  auto const ab = a.getAddrBlocks();
+  auto const bb = b.getAddrBlocks();
+  ASSERT_EQ(ab.size(), bb.size());
+  for (std::size_t i = 0; i < ab.size(); ++i) {
+    expectSameAddrBlock(*ab[i], *bb[i]);
+  }
+}
+
+inline void expectSameAssign(HABMAddrAssign const& a, HABMAddrAssign const& b) {
+  SCOPED_TRACE(a.getPath());
+  EXPECT_EQ(a.getName(), b.getName());
+  EXPECT_EQ(a.getAssignType(), b.getAssignType());
+  EXPECT_EQ(a.getSourcePath(false), b.getSourcePath(false));
+  EXPECT_EQ(a.getTargetPath(false), b.getTargetPath(false));
+  EXPECT_EQ(a.getAperture(), b.getAperture());
+}
+
+/// Compares the address objects that two blocks hold themselves, matched by position.
+inline void expectSameAddrObjects(HABMBlock const& a, HABMBlock const& b) {
+  SCOPED_TRACE(a.getInstancePath());
+  auto const as = a.getAddrSpaces();
+  auto const bs = b.getAddrSpaces();
+  ASSERT_EQ(as.size(), bs.size());
+  for (std::size_t i = 0; i < as.size(); ++i) {
+    expectSameSpace(*as[i], *bs[i]);
+  }
+  auto const am = a.getMemoryMaps();
+  auto const bm = b.getMemoryMaps();
+  ASSERT_EQ(am.size(), bm.size());
+  for (std::size_t i = 0; i < am.size(); ++i) {
+    expectSameMap(*am[i], *bm[i]);
+  }
+  auto const aa = a.getAddrAssigns();
+  auto const ba = b.getAddrAssigns();
+  ASSERT_EQ(aa.size(), ba.size());
+  for (std::size_t i = 0; i < aa.size(); ++i) {
+    expectSameAssign(*aa[i], *ba[i]);
   }
 }
 
@@ -34,6 +151,7 @@ inline void expectSameTree(HABMBlock const& a, HABMBlock const& b) {
   expectSameValues(a.getAttributes(), b.getAttributes(), where + " attributes");
   expectSameValues(a.getGenerics(), b.getGenerics(), where + " generics");
   expectSameValues(a.getParameters(), b.getParameters(), where + " parameters");
+  expectSameAddrObjects(a, b);
   auto const subsA = a.getSubBlocks();
   auto const subsB = b.getSubBlocks();
   ASSERT_EQ(subsA.size(), subsB.size()) << where;
