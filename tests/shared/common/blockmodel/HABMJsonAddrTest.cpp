@@ -134,4 +134,19 @@ TEST_F(HABMJsonAddr, ReplaceEmptiesTheAddressCollectionsOfAPresentGroup) {
   EXPECT_TRUE(target->hasAddrAssigns());  // no contents group: assignments stay
 }
 
+TEST(HABMJsonAddrExample, TheExampleDesignsAssignmentsResolve) {
+  auto const soc = HABMBlock::readTopBlock(HUTFile(std::string(MZ_EXAMPLES_DIR) + "/soc.bm"));
+  ASSERT_NE(soc, nullptr);
+  EXPECT_TRUE(soc->check());
+  std::vector<HABMAddrAssign*> const assigns = soc->findAddrAssigns("", true);
+  ASSERT_EQ(assigns.size(), 3U);
+  for (HABMAddrAssign const* assign : assigns) {
+    EXPECT_NE(assign->getSourceAddrBlock(), nullptr) << assign->getName();
+    EXPECT_NE(assign->getTargetAddrSegment(), nullptr) << assign->getName();
+  }
+  HABMAddrBlock const* ddr = soc->findAddrBlock("/ddr/s_axi/mem", true);
+  EXPECT_EQ(HABMAddrAssign::filterByAddrBlock(assigns, ddr).size(), 2U);
+  EXPECT_EQ(soc->findRegisters("/periph/*", true).size(), 2U);
+}
+
 }  // namespace
