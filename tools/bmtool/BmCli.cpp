@@ -43,8 +43,22 @@ bool Invocation::hasFlag(std::string const& flag) const {
   return std::find(flags.begin(), flags.end(), flag) != flags.end();
 }
 
+std::optional<unsigned> Invocation::count(std::string const& option, unsigned fallback) const {
+  auto const it = options.find(option);
+  if (it == options.end()) {
+    return fallback;
+  }
+  std::string const& text = it->second;
+  if (text.empty() || text.size() > 9 ||
+      !std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+    return std::nullopt;
+  }
+  return static_cast<unsigned>(std::stoul(text));
+}
+
 std::vector<Command> const& commands() {
-  static std::vector<Command> const all = {makeAddrCommand()};
+  static std::vector<Command> const all = {makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),
+                                           makeAddrCommand()};
   return all;
 }
 
@@ -94,6 +108,19 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
       }
     } else if (std::find(cmd->flags.begin(), cmd->flags.end(), a) != cmd->flags.end()) {
       inv.flags.push_back(a);
+    } else if (auto const opt =
+                   std::find_if(cmd->options.begin(), cmd->options.end(),
+                                [&a](std::string const& o) { return a == o || a.rfind(o + "=", 0) == 0; });
+               opt != cmd->options.end()) {
+      if (a == *opt) {
+        if (i + 1 == args.size()) {
+          err << "bmtool " << cmd->name << ": " << a << " needs a value\n";
+          return EXIT_USAGE;
+        }
+        inv.options[*opt] = args[++i];
+      } else {
+        inv.options[*opt] = a.substr(opt->size() + 1);
+      }
     } else {
       err << "bmtool " << cmd->name << ": unknown option '" << a << "'\nUsage: " << cmd->usage << '\n';
       return EXIT_USAGE;

@@ -3,6 +3,8 @@
 
 #include <functional>
 #include <iosfwd>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,10 +17,13 @@ enum ExitCode : int { EXIT_OK = 0, EXIT_FAILED = 1, EXIT_USAGE = 2 };
 struct Invocation {
   std::vector<std::string> positional;
   std::vector<std::string> flags;  ///< the subcommand's own flags that were given, e.g. "--pretty"
+  std::map<std::string, std::string> options;  ///< the subcommand's own options with their values
   std::ostream* out = nullptr;
   std::ostream* err = nullptr;
 
   bool hasFlag(std::string const& flag) const;
+  /// The value of an option as a count; `fallback` when absent, nothing when not a whole number.
+  std::optional<unsigned> count(std::string const& option, unsigned fallback) const;
 };
 
 /// One subcommand: its name, a one-line summary, its usage line, the flags it accepts, the number of
@@ -29,6 +34,7 @@ struct Command {
   std::string usage;
   std::string help;
   std::vector<std::string> flags;
+  std::vector<std::string> options;  ///< options that take a value: "--depth 3" or "--depth=3"
   int minArgs = 0;
   int maxArgs = -1;
   std::function<int(Invocation const&)> run;
@@ -40,7 +46,10 @@ std::vector<Command> const& commands();
 /// Runs bmtool with its arguments (without the program name); returns the exit code.
 int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream& err);
 
-/// The `addr` subcommand.
+/// The subcommands.
 Command makeAddrCommand();
+Command makeInfoCommand();
+Command makeConvertCommand();
+Command makeGenerateCommand();
 
 }  // namespace bmtool

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <sstream>
 
 namespace {
@@ -36,6 +37,13 @@ TEST(BmCliTest, ExitCodesSeparateUsageErrorsFromSuccess) {
       {{"--help"}, bmtool::EXIT_OK},
       {{"addr", "--help"}, bmtool::EXIT_OK},
       {{"addr", "zz"}, bmtool::EXIT_OK},
+      {{"info"}, bmtool::EXIT_USAGE},
+      {{"info", "a", "b"}, bmtool::EXIT_USAGE},
+      {{"info", "/no/such/file.bm"}, bmtool::EXIT_FAILED},
+      {{"convert", "/no/such/file.bm", "/tmp/x.bm"}, bmtool::EXIT_FAILED},
+      {{"generate", "/tmp/x.bm", "--depth", "x"}, bmtool::EXIT_USAGE},
+      {{"generate", "/tmp/x.bm", "--depth=40", "--fanout=10"}, bmtool::EXIT_USAGE},
+      {{"generate", "/tmp/x.bm", "--depth"}, bmtool::EXIT_USAGE},
   };
   for (auto const& c : cases) {
     EXPECT_EQ(run(c.args).code, c.code) << ::testing::PrintToString(c.args);
@@ -70,6 +78,29 @@ TEST(BmCliTest, ParamOptionReachesTheParameterManager) {
   ASSERT_EQ(r.code, bmtool::EXIT_OK) << r.err;
   EXPECT_TRUE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.cli.test", false));
   EXPECT_FALSE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.cli.other", true));
+}
+
+TEST(BmCliTest, GenerateConvertAndInfoAgreeOnTheDesign) {
+  std::string const plain = ::testing::TempDir() + "bmcli_gen.bm";
+  std::string const packed = ::testing::TempDir() + "bmcli_gen.bm.gz";
+  CliRun const gen = run({"generate", plain, "--depth", "2", "--fanout=3", "--attrs", "1"});
+  ASSERT_EQ(gen.code, bmtool::EXIT_OK) << gen.err;
+  EXPECT_NE(gen.out.find("wrote 13 blocks"), std::string::npos) << gen.out;
+  ASSERT_EQ(run({"convert", plain, packed, "--pretty"}).code, bmtool::EXIT_OK);
+  CliRun const info = run({"info", packed});
+  ASSERT_EQ(info.code, bmtool::EXIT_OK) << info.err;
+  for (char const* line : {"\n/u2/u1  ", "\nblocks      13\n", "\nattributes  13\n", "\nparameters  13\n"}) {
+    EXPECT_NE(info.out.find(line), std::string::npos) << line << " in\n" << info.out;
+  }
+  std::remove(plain.c_str());
+  std::remove(packed.c_str());
+}
+
+TEST(BmCliTest, FailedReadsPrintTheCatalogueSentence) {
+  CliRun const r = run({"info", "/no/such/file.bm"});
+  EXPECT_NE(r.err.find("ERROR: [90-4] Could not read the block model file '/no/such/file.bm'."),
+            std::string::npos)
+      << r.err;
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMChildRules.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMJsonReader.h"
+#include "blockmodel/HABMJsonWriter.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMPort.h"
@@ -11,6 +13,7 @@
 #include "blockmodel/HABMTrace.h"
 #include "blockmodel/HABMUtils.h"
 #include "param/HPAParamMgr.h"
+#include "util/HUTFile.h"
 
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/join.hpp>
@@ -188,6 +191,20 @@ std::unique_ptr<HABMBlock> HABMBlock::createTopBlock(std::string const& moduleNa
   std::unique_ptr<HABMBlock> block(new HABMBlock(moduleName));
   HABM_TRACE(TRACE_BLOCK, "Created new top-block module '%s'.\n", moduleName.c_str());
   return block;
+}
+
+std::unique_ptr<HABMBlock> HABMBlock::readTopBlock(HUTFile const& file) {
+  std::string baseName;
+  file.getBaseName(baseName);
+  std::unique_ptr<HABMBlock> block = createTopBlock(baseName);
+  if (!HABMJsonReader::readBlock(file, *block, HABMJsonReader::MODE_REPLACE)) {
+    block.reset();
+  }
+  return block;
+}
+
+bool HABMBlock::writeTopBlock(HUTFile const& file, HABMBlock const& block, bool const& removeFirst) {
+  return HABMJsonWriter::writeBlock(file, block, removeFirst);
 }
 
 // Identity and tree.

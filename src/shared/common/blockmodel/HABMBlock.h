@@ -17,6 +17,7 @@ class HABMGeneric;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
+class HUTFile;
 
 /// Sub-blocks are named by their instance name.
 template <>
@@ -46,6 +47,12 @@ class HABMBlock : public HATAttrObj {
 
   /// A new top block of that module, owned by the caller; never null.
   static std::unique_ptr<HABMBlock> createTopBlock(std::string const& moduleName);
+  /// A new top block read from a block model file, owned by the caller; null when the file could not be
+  /// read (the messages say why).
+  static std::unique_ptr<HABMBlock> readTopBlock(HUTFile const& file);
+  /// Writes `block` (any block, written as the file's top block) to a block model file; false on
+  /// failure, with a message. `removeFirst` deletes an existing file before writing.
+  static bool writeTopBlock(HUTFile const& file, HABMBlock const& block, bool const& removeFirst);
 
   // Identity: plain reads and writes, no checks and no messages.
 

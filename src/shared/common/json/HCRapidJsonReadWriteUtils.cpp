@@ -31,9 +31,14 @@ void HCRapidJsonReadWriteUtils::AddGenericValueProperty(rapidjson::Value& object
 }
 
 std::string HCRapidJsonReadWriteUtils::GetErrorMsgFromDocument(rapidjson::Document const& document) {
-  if (!document.HasParseError()) {
+  return GetErrorMsgFromParseResult(
+      rapidjson::ParseResult(document.GetParseError(), document.GetErrorOffset()));
+}
+
+std::string HCRapidJsonReadWriteUtils::GetErrorMsgFromParseResult(rapidjson::ParseResult const& result) {
+  if (!result.IsError()) {
     return {};
   }
-  return std::string(rapidjson::GetParseError_En(document.GetParseError())) + " (at offset " +
-         std::to_string(document.GetErrorOffset()) + ")";
+  return std::string(rapidjson::GetParseError_En(result.Code())) + " (at offset " +
+         std::to_string(result.Offset()) + ")";
 }

@@ -23,4 +23,6 @@ class HCRapidJsonReadWriteUtils {
   /// The document's parse error in words with the byte offset where it was found, e.g.
   /// "Missing a closing quotation mark in string. (at offset 12)"; empty when the parse succeeded.
   static std::string GetErrorMsgFromDocument(rapidjson::Document const& document);
+  /// The same words for the result of a parse that did not go through a document.
+  static std::string GetErrorMsgFromParseResult(rapidjson::ParseResult const& result);
 };

@@ -1,0 +1,209 @@
+// HABMJsonReader.cpp: the document frame, the collection scheme and one unmarshal per kind of object.
+#include "blockmodel/HABMJsonReader.h"
+
+#include "blockmodel/HABMAttribute.h"
+#include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMJsonUtils.h"
+#include "blockmodel/HABMParameter.h"
+#include "isl/iostreams/filtering_stream.h"
+#include "json/HCRapidJsonReadWriteUtils.h"
+#include "msg/ComMsgMgr.h"
+
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+#include <istream>
+
+namespace {
+
+using Keys = HABMJsonUtils;
+constexpr unsigned int kFileProblem = 0x20000000U;
+
+// Builds the document from the parser's events and refuses nesting beyond a bound, so that neither the
+// document nor the reader's walk over it can exhaust the stack.
+class DepthLimitedHandler {
+ public:
+  explicit DepthLimitedHandler(rapidjson::Document& document) : document_(document) {}
+
+  bool Null() { return document_.Null(); }
+  bool Bool(bool b) { return document_.Bool(b); }
+  bool Int(int i) { return document_.Int(i); }
+  bool Uint(unsigned u) { return document_.Uint(u); }
+  bool Int64(int64_t i) { return document_.Int64(i); }
+  bool Uint64(uint64_t u) { return document_.Uint64(u); }
+  bool Double(double d) { return document_.Double(d); }
+  bool RawNumber(char const* s, rapidjson::SizeType n, bool copy) { return document_.RawNumber(s, n, copy); }
+  bool String(char const* s, rapidjson::SizeType n, bool copy) { return document_.String(s, n, copy); }
+  bool Key(char const* s, rapidjson::SizeType n, bool copy) { return document_.Key(s, n, copy); }
+  bool StartObject() { return enter() && document_.StartObject(); }
+  bool EndObject(rapidjson::SizeType members) {
+    --depth_;
+    return document_.EndObject(members);
+  }
+  bool StartArray() { return enter() && document_.StartArray(); }
+  bool EndArray(rapidjson::SizeType elements) {
+    --depth_;
+    return document_.EndArray(elements);
+  }
+
+  bool tooDeep() const { return tooDeep_; }
+
+ private:
+  bool enter() {
+    tooDeep_ = ++depth_ > HABMJsonReader::MAX_NESTING;
+    return !tooDeep_;
+  }
+
+  rapidjson::Document& document_;
+  unsigned depth_ = 0;
+  bool tooDeep_ = false;
+};
+
+template <class T>
+bool unmarshalValueObject(rapidjson::Value const& object, T& item) {
+  std::string value;
+  if (!Keys::getJsonString(object, Keys::STR_VALUE(), value, true)) {
+    return false;
+  }
+  item.setValue(value);
+  return true;
+}
+
+}  // namespace
+
+bool HABMJsonReader::readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode) {
+  std::string path;
+  if (!file.getFullPath(path)) {
+    path = file.getPath();
+  }
+  bool result = false;
+  try {
+    isl::iostreams::filtering_stream<isl::iostreams::input> in(path, std::ios_base::binary);
+    if (in.good()) {
+      result = HABMJsonReader(file, mode).unmarshal(in, block);
+    }
+  } catch (...) {
+    result = false;
+  }
+  if (!result) {
+    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-4@%s", path.c_str());
+  }
+  return result;
+}
+
+bool HABMJsonReader::unmarshal(std::istream& in, HABMBlock& block) const {
+  rapidjson::Document document;
+  if (!unmarshal(in, document)) {
+    return false;
+  }
+  Value const* top = Keys::getJsonValue(document, Keys::STR_TOP_BLOCK(), true);
+  return top != nullptr && unmarshal(*top, block);
+}
+
+bool HABMJsonReader::unmarshal(std::istream& in, rapidjson::Document& document) const {
+  // The whole text is read first: parsing from memory is several times faster than through the
+  // character-wise stream adapter.
+  std::string text;
+  char chunk[1 << 16];
+  while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
+    text.append(chunk, static_cast<std::size_t>(in.gcount()));
+  }
+  rapidjson::ParseResult parsed;
+  DepthLimitedHandler handler(document);
+  auto generate = [&](rapidjson::Document&) {
+    rapidjson::MemoryStream stream(text.data(), text.size());
+    rapidjson::Reader reader;
+    parsed = reader.Parse<rapidjson::kParseIterativeFlag>(stream, handler);
+    return !parsed.IsError();
+  };
+  document.Populate(generate);
+  if (parsed.IsError()) {
+    std::string const why = handler.tooDeep()
+                                ? "The document nests deeper than " + std::to_string(MAX_NESTING) +
+                                      " levels. (at offset " + std::to_string(parsed.Offset()) + ")"
+                                : HCRapidJsonReadWriteUtils::GetErrorMsgFromParseResult(parsed);
+    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-2@%s", why.c_str());
+    return false;
+  }
+  return true;
+}
+
+template <class Clear, class Create>
+bool HABMJsonReader::unmarshalCollection(Value const* group, std::string const& key, Clear&& clear,
+                                         Create&& create) const {
+  if (group == nullptr) {
+    return true;
+  }
+  if (replacing()) {
+    clear();
+  }
+  Value const* collection = Keys::getJsonValue(*group, key, false);
+  // A collection that is not an object has no members to read.
+  if (collection == nullptr || !collection->IsObject()) {
+    return true;
+  }
+  bool result = true;
+  for (auto const& member : collection->GetObject()) {
+    auto* child = create(std::string(member.name.GetString(), member.name.GetStringLength()));
+    result = child != nullptr && unmarshal(member.value, *child) && result;
+  }
+  return result;
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
+  Value const* configuration = Keys::getJsonValue(object, Keys::STR_CONFIGURATION(), false);
+  Value const* boundary = Keys::getJsonValue(object, Keys::STR_BOUNDARY(), false);
+  Value const* contents = Keys::getJsonValue(object, Keys::STR_CONTENTS(), false);
+  (void)boundary;  // the boundary's kinds read from it as they join the model
+
+  std::string text;
+  if (!Keys::getJsonString(object, Keys::STR_MODULE_NAME(), text, true)) {
+    return false;
+  }
+  block.setModuleName(text);
+  text.clear();
+  Keys::getJsonString(object, Keys::STR_VLNV(), text, false);
+  block.setModuleVlnv(text);
+  text.clear();
+  Keys::getJsonString(object, Keys::STR_ENABLEMENT(), text, false);
+  block.setEnablement(text);
+  text = "0x0";
+  Keys::getJsonString(object, Keys::STR_BASE_ADDRESS(), text, false);
+  block.setBaseAddress(HABMAddrValue(text));
+  bool flag = false;
+  Keys::getJsonBoolean(object, Keys::STR_VALID(), flag, false);
+  block.setValidated(flag);
+  text.clear();
+  Keys::getJsonString(object, Keys::STR_LOCK(), text, false);
+  block.setLocked(HABMBlock::encodeLockState(text));
+  flag = true;
+  Keys::getJsonBoolean(object, Keys::STR_TRANSPARENT(), flag, false);
+  block.setTransparent(flag);
+
+  // Each collection stops the read when it failed; inside one, every member is still read.
+  return unmarshalCollection(
+             configuration, Keys::STR_ATTRIBUTES(), [&] { block.clearAttributes(); },
+             [&](std::string const& name) { return block.createAttribute(name, ""); }) &&
+         unmarshalCollection(
+             configuration, Keys::STR_GENERICS(), [&] { block.clearGenerics(); },
+             [&](std::string const& name) { return block.createGeneric(name, ""); }) &&
+         unmarshalCollection(
+             configuration, Keys::STR_PARAMETERS(), [&] { block.clearParameters(); },
+             [&](std::string const& name) { return block.createParameter(name, ""); }) &&
+         unmarshalCollection(
+             contents, Keys::STR_SUB_BLOCKS(), [&] { block.clearSubBlocks(); },
+             [&](std::string const& name) { return block.createSubBlock(name, "", false); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMAttribute& attribute) const {
+  return unmarshalValueObject(object, attribute);
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMGeneric& generic) const {
+  return unmarshalValueObject(object, generic);
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMParameter& parameter) const {
+  return unmarshalValueObject(object, parameter);
+}

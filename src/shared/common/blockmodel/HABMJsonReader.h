@@ -1,0 +1,55 @@
+// HABMJsonReader.h: reads a block model file (JSON) into a block tree.
+#pragma once
+
+#include "util/HUTFile.h"
+
+#include <rapidjson/document.h>
+
+#include <iosfwd>
+#include <string>
+
+class HABMAttribute;
+class HABMBlock;
+class HABMGeneric;
+class HABMParameter;
+
+/// Reads block model files into blocks through the model's own factories and setters, so that every rule
+/// of the model holds for a file too. One `unmarshal` per kind of object; named children go through one
+/// collection scheme.
+class HABMJsonReader {
+ public:
+  /// MODE_REPLACE empties each child container before reading it; any other value adds to what is there.
+  enum Mode { MODE_MERGE = 0, MODE_REPLACE = 1 };
+
+  /// Reads the file's "top_block" into `block`. False, with "@90-4@" and the full path, on any failure;
+  /// `block` then keeps what was read before the failure.
+  static bool readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode);
+
+  /// Documents nested deeper than this are refused as a parse error: no real design comes near it, and
+  /// it bounds the recursion of the reader.
+  static constexpr unsigned MAX_NESTING = 3000;
+
+ private:
+  using Value = rapidjson::Value;
+
+  HABMJsonReader(HUTFile file, Mode mode) : file_(std::move(file)), mode_(mode) {}
+
+  bool unmarshal(std::istream& in, HABMBlock& block) const;
+  bool unmarshal(std::istream& in, rapidjson::Document& document) const;
+
+  bool unmarshal(Value const& object, HABMBlock& block) const;
+  bool unmarshal(Value const& object, HABMAttribute& attribute) const;
+  bool unmarshal(Value const& object, HABMGeneric& generic) const;
+  bool unmarshal(Value const& object, HABMParameter& parameter) const;
+
+  /// Reads the collection `key` of `group` (null when the group is absent): in MODE_REPLACE `clear()`
+  /// runs first; then each member becomes a child through `create(name)` and is read into it. False when
+  /// a child could not be made or read; the other members are still read.
+  template <class Clear, class Create>
+  bool unmarshalCollection(Value const* group, std::string const& key, Clear&& clear, Create&& create) const;
+
+  bool replacing() const { return mode_ == MODE_REPLACE; }
+
+  HUTFile file_;
+  Mode mode_;
+};

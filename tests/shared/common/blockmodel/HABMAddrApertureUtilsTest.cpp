@@ -1,0 +1,257 @@
+// HABMAddrApertureUtilsTest.cpp: the aperture set algebra, on fixed cases, against an address bitmap and
+// against plain nested-loop forms of the operations.
+#include "blockmodel/HABMAddrApertureUtils.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bitset>
+#include <random>
+#include <vector>
+
+namespace {
+
+using V = HABMAddrValue;
+using A = HABMAddrAperture;
+using U = HABMAddrApertureUtils;
+using Set = U::ApertureSet;
+
+A ap(std::uint64_t base, std::uint64_t range) {
+  return A(V(0, base), V(0, range));
+}
+
+constexpr std::uint64_t K4 = 0x1000;
+
+TEST(HABMAddrApertureUtilsAdjust, CutsAsAsked) {
+  for (bool p : {false, true}) {
+    for (bool a : {false, true}) {
+      EXPECT_TRUE(U::adjust(Set{}, p, a).empty());
+    }
+  }
+  EXPECT_EQ(U::adjust(Set{ap(0x1000, 0x5000)}, false, true),
+            (Set{ap(0x1000, 0x1000), ap(0x2000, 0x2000), ap(0x4000, 0x2000)}));
+  EXPECT_EQ(U::adjust(Set{ap(0x1000, 0x5000)}, true, false), (Set{ap(0x1000, 0x4000), ap(0x5000, 0x1000)}));
+  EXPECT_EQ(U::adjust(Set{ap(0x1000, 0x3000)}, true, true), (Set{ap(0x1000, 0x1000), ap(0x2000, 0x2000)}));
+  EXPECT_EQ(U::adjust(Set{ap(0x1000, 0)}, true, false), Set{});
+  EXPECT_EQ(U::adjust(Set{ap(0x1000, 0)}, false, true), Set{ap(0x1000, 0)});
+  EXPECT_EQ(U::adjust(Set{ap(0x1001, 0)}, false, true), Set{});
+  EXPECT_EQ(U::adjust(Set{ap(0x1001, 3)}, false, false), Set{ap(0x1001, 3)});
+}
+
+TEST(HABMAddrApertureUtilsCompress, MergesOverlappingAndTouching) {
+  EXPECT_EQ(U::compress(Set{ap(0, K4), ap(K4, K4), ap(0x3000, 1)}, false, false),
+            (Set{ap(0, 2 * K4), ap(0x3000, 1)}));
+  EXPECT_EQ(U::compress(Set{ap(0, K4), ap(0, 2 * K4)}, false, false), Set{ap(0, 2 * K4)});
+  EXPECT_EQ(U::compress(Set{ap(0, K4), ap(K4 + 1, 1)}, false, false), (Set{ap(0, K4), ap(K4 + 1, 1)}));
+  EXPECT_EQ(U::compress(Set{ap(0, 3 * K4)}, true, true), (Set{ap(0, 2 * K4), ap(2 * K4, K4)}));
+  EXPECT_TRUE(U::compress(Set{}, false, false).empty());
+}
+
+TEST(HABMAddrApertureUtilsPrune, DropsOnlyContainedApertures) {
+  EXPECT_EQ(U::prune(Set{ap(0, K4), ap(0, 2 * K4), ap(K4, K4)}), Set{ap(0, 2 * K4)});
+  EXPECT_EQ(U::prune(Set{ap(0, 0x100), ap(0x80, 0x100)}), (Set{ap(0, 0x100), ap(0x80, 0x100)}));
+}
+
+TEST(HABMAddrApertureUtilsCombine, BoundingSpan) {
+  Set const s{ap(0x1000, K4), ap(0x8000, K4)};
+  EXPECT_EQ(U::combine(s, false), ap(0x1000, 0x8000));
+  EXPECT_EQ(U::combine(s, true), ap(0x1000, 0x8000));
+  EXPECT_EQ(U::combine(Set{ap(0x1000, K4), ap(0x3000, 1)}, true), ap(0x1000, 0x4000));
+  EXPECT_EQ(U::combine(Set{}, false), A::ILLEGAL());
+}
+
+TEST(HABMAddrApertureUtilsCone, RequestsInsideOneServedRegion) {
+  Set offenders{ap(9, 9)};
+  EXPECT_TRUE(U::checkConeRule(Set{}, Set{}, offenders));
+  EXPECT_TRUE(offenders.empty());
+  Set const first{ap(0, K4), ap(0x5000, 1)};
+  EXPECT_FALSE(U::checkConeRule(first, Set{}, offenders));
+  EXPECT_EQ(offenders, first);
+  EXPECT_TRUE(U::checkConeRule(Set{ap(0, 2 * K4)}, Set{ap(0, K4), ap(K4, K4)}));
+  EXPECT_FALSE(U::checkConeRule(Set{ap(0, 2 * K4)}, Set{ap(0, K4), ap(0x1001, 0xFFF)}, offenders));
+  EXPECT_EQ(offenders, Set{ap(0, 2 * K4)});
+  Set same{ap(0, 2 * K4)};
+  EXPECT_FALSE(U::checkConeRule(same, Set{ap(0, K4)}, same));
+  EXPECT_EQ(same, Set{ap(0, 2 * K4)});
+  EXPECT_TRUE(U::allocated(Set{ap(0, K4), ap(K4, K4)}, ap(0x800, K4)));
+  EXPECT_FALSE(U::allocated(Set{ap(0, K4), ap(K4 + 1, K4)}, ap(0x800, K4)));
+}
+
+TEST(HABMAddrApertureUtilsComplement, WhatIsLeftOfTheSecond) {
+  EXPECT_EQ(U::getRelativeComplements(ap(0x1000, K4), ap(0, 4 * K4)), (Set{ap(0, K4), ap(0x2000, 2 * K4)}));
+  EXPECT_EQ(U::getRelativeComplements(ap(0, K4), ap(0x8000, K4)), Set{ap(0x8000, K4)});
+  EXPECT_EQ(U::getRelativeComplements(ap(0, 4 * K4), ap(0x1000, K4)), Set{});
+  EXPECT_EQ(U::getRelativeComplements(Set{ap(0, K4), ap(2 * K4, K4)}, Set{ap(0, 4 * K4)}),
+            (Set{ap(K4, K4), ap(3 * K4, K4)}));
+  EXPECT_EQ(U::getRelativeComplements(Set{}, Set{ap(1, 2)}), Set{ap(1, 2)});
+  // A whole-space request with many holes: no recursion depth to speak of.
+  Set holes;
+  for (std::uint64_t i = 0; i < 20000; ++i) {
+    holes.insert(ap(2 * i, 1));
+  }
+  EXPECT_EQ(U::getRelativeComplements(holes, Set{ap(0, 40000)}).size(), 20000U);
+}
+
+TEST(HABMAddrApertureUtilsSingle, OneApertureFormsEqualTheOneElementSet) {
+  Set const s{ap(0, K4), ap(0x3000, K4)};
+  A const x(ap(0x800, 0x2900));
+  EXPECT_EQ(U::adjust(x, true, true), U::adjust(Set{x}, true, true));
+  EXPECT_EQ(U::getCompressions(s, x), U::getCompressions(s, Set{x}));
+  EXPECT_EQ(U::getIntersections(s, x), (Set{ap(0x800, 0x800), ap(0x3000, 0x100)}));
+  EXPECT_EQ(U::getUnifications(s, x), Set{ap(0, 0x4000)});
+  EXPECT_EQ(U::getUnifications(s, ap(0x9000, 1)), Set{});
+}
+
+// ---- Random sets against an address bitmap and against the nested-loop forms. ----
+
+constexpr unsigned kSpan = 512;
+using Bits = std::bitset<kSpan>;
+
+// Addresses of the set, an empty aperture counting as its base (as the relations see it) or as nothing.
+Bits cover(Set const& s, bool emptyIsOneAddress) {
+  Bits b;
+  for (auto const& a : s) {
+    auto const base = a.getBaseAddress().getUInt64Value();
+    auto range = a.getRange().getUInt64Value();
+    if (range == 0 && emptyIsOneAddress) {
+      range = 1;
+    }
+    for (auto i = base; i < base + range; ++i) {
+      b.set(i);
+    }
+  }
+  return b;
+}
+
+Bits cover(A const& a) {
+  return cover(Set{a}, true);
+}
+
+Set randomSet(std::mt19937_64& rng, V const& origin, unsigned count, unsigned maxRange) {
+  Set s;
+  for (unsigned i = 0; i < count; ++i) {
+    s.insert(A(origin + V(0, rng() % 256), V(0, rng() % (maxRange + 1))));
+  }
+  return s;
+}
+
+// Nested-loop forms, taken straight from the operations' definitions.
+Set loopRelativeComplements(Set const& a, Set const& b) {
+  if (a.empty()) {
+    return b;
+  }
+  Set out;
+  for (auto const& x : b) {
+    std::vector<A> hits;
+    std::copy_if(a.begin(), a.end(), std::back_inserter(hits), [&x](A const& h) { return h.overlaps(x); });
+    Set pieces = hits.empty() ? Set{x} : U::getRelativeComplements(hits.front(), x);
+    if (hits.size() > 1) {
+      pieces = loopRelativeComplements(Set(hits.begin() + 1, hits.end()), pieces);
+    }
+    out.insert(pieces.begin(), pieces.end());
+  }
+  return out;
+}
+
+Set loopUnifications(Set const& a, Set const& b) {
+  Set out;
+  for (auto const& r : U::getCompressions(a, b)) {
+    if (!U::getIntersections(a, Set{r}).empty() && !U::getIntersections(b, Set{r}).empty()) {
+      out.insert(r);
+    }
+  }
+  return out;
+}
+
+Set loopConeOffenders(Set const& first, Set const& second) {
+  Set out;
+  Set const regions = U::compress(second, false, false);
+  for (auto const& f : first) {
+    if (std::none_of(regions.begin(), regions.end(), [&f](A const& r) { return f.subset(r); })) {
+      out.insert(f);
+    }
+  }
+  return out;
+}
+
+TEST(HABMAddrApertureUtilsModel, SetAlgebraMatchesTheAddressBitmap) {
+  std::mt19937_64 rng(12345);
+  for (int round = 0; round < 4000; ++round) {
+    Set const s = randomSet(rng, V(), static_cast<unsigned>(rng() % 12), 64);
+    Set const t = randomSet(rng, V(), static_cast<unsigned>(rng() % 12), 64);
+    Bits const cs = cover(s, true);
+    Bits const ct = cover(t, true);
+
+    Set const regions = U::compress(s, false, false);
+    ASSERT_EQ(cover(regions, true), cs);
+    for (auto it = regions.begin(); it != regions.end() && std::next(it) != regions.end(); ++it) {
+      ASSERT_LT(it->getHighAddress() + V(1U), std::next(it)->getBaseAddress()) << *it;
+    }
+
+    Set const pruned = U::prune(s);
+    ASSERT_EQ(cover(pruned, true), cs);
+    for (auto const& x : s) {
+      bool const contained = std::any_of(
+          s.begin(), s.end(), [&x](A const& y) { return y != x && x.subset(y) && (!y.subset(x) || x < y); });
+      ASSERT_NE(pruned.count(x) == 1, contained) << x;
+    }
+
+    Set const rest = U::getRelativeComplements(s, t);
+    ASSERT_EQ(cover(rest, true), ct & ~cs);
+    ASSERT_EQ(rest, loopRelativeComplements(s, t));
+
+    ASSERT_EQ(cover(U::getIntersections(s, t), true), cs & ct);
+    Set const unified = U::getUnifications(s, t);
+    ASSERT_EQ(unified, loopUnifications(s, t));
+    for (auto const& r : U::getCompressions(s, t)) {
+      ASSERT_EQ(unified.count(r) == 1, (cover(r) & cs).any() && (cover(r) & ct).any()) << r;
+    }
+
+    Set offenders;
+    bool const ok = U::checkConeRule(t, s, offenders);
+    Set expected;
+    for (auto const& f : t) {
+      if ((cover(f) & ~cs).any()) {
+        expected.insert(f);
+      }
+      ASSERT_EQ(U::allocated(s, f), expected.count(f) == 0) << f;
+    }
+    ASSERT_EQ(offenders, expected);
+    ASSERT_EQ(ok, expected.empty());
+
+    A const span = U::combine(s, false);
+    if (!s.empty()) {
+      ASSERT_EQ(span.getBaseAddress(), s.begin()->getBaseAddress());
+      ASSERT_TRUE((cs & ~cover(span)).none());
+    }
+
+    for (bool p : {false, true}) {
+      for (bool a : {false, true}) {
+        Set const cut = U::adjust(s, p, a);
+        ASSERT_EQ(cover(cut, false), cover(s, false));
+        for (auto const& piece : cut) {
+          ASSERT_TRUE(!a || piece.aligned()) << piece;
+          ASSERT_TRUE(!p || piece.getRange().isPow2()) << piece;
+        }
+      }
+    }
+  }
+}
+
+// Near the top of the address space apertures wrap past 2^128; the indexed forms must still agree with
+// the nested loops there, and nothing may recurse without end.
+TEST(HABMAddrApertureUtilsModel, IndexedFormsMatchTheLoopsAtTheTopOfTheSpace) {
+  std::mt19937_64 rng(777);
+  V const origin = V::CONST_MAX() - V(200U);
+  for (int round = 0; round < 3000; ++round) {
+    Set const s = randomSet(rng, origin, static_cast<unsigned>(rng() % 10), 400);
+    Set const t = randomSet(rng, origin, static_cast<unsigned>(rng() % 10), 400);
+    ASSERT_EQ(U::getRelativeComplements(s, t), loopRelativeComplements(s, t));
+    ASSERT_EQ(U::getUnifications(s, t), loopUnifications(s, t));
+    Set offenders;
+    U::checkConeRule(t, s, offenders);
+    ASSERT_EQ(offenders, loopConeOffenders(t, s));
+  }
+}
+
+}  // namespace

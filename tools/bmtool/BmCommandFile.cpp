@@ -1,0 +1,180 @@
+// BmCommandFile.cpp: "bmtool info", "convert" and "generate": block model files from the command line.
+#include "blockmodel/HABMBlock.h"
+#include "param/HPAParamMgr.h"
+#include "util/HUTFile.h"
+
+#include "BmCli.h"
+#include "BmSynthetic.h"
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <ostream>
+
+namespace bmtool {
+
+namespace {
+
+// What `info` counts, per block; each kind of object adds a row.
+struct CountRow {
+  char const* label;
+  std::function<std::size_t(HABMBlock const&)> perBlock;
+};
+
+std::vector<CountRow> const& countRows() {
+  static std::vector<CountRow> const rows = {
+      {"blocks", [](HABMBlock const&) { return std::size_t{1}; }},
+      {"attributes", [](HABMBlock const& b) { return b.getAttributes().size(); }},
+      {"generics", [](HABMBlock const& b) { return b.getGenerics().size(); }},
+      {"parameters", [](HABMBlock const& b) { return b.getParameters().size(); }},
+  };
+  return rows;
+}
+
+// Every block in depth-first pre-order, without recursion.
+std::vector<HABMBlock const*> allBlocks(HABMBlock const& top) {
+  std::vector<HABMBlock const*> out;
+  std::vector<HABMBlock const*> stack = {&top};
+  while (!stack.empty()) {
+    HABMBlock const* b = stack.back();
+    stack.pop_back();
+    out.push_back(b);
+    auto const subs = b->getSubBlocks();
+    for (auto it = subs.rbegin(); it != subs.rend(); ++it) {
+      stack.push_back(*it);
+    }
+  }
+  return out;
+}
+
+std::unique_ptr<HABMBlock> readOrSay(std::string const& path, std::ostream& err) {
+  auto block = HABMBlock::readTopBlock(HUTFile(path));
+  if (!block) {
+    err << "bmtool: could not read '" << path << "'\n";
+  }
+  return block;
+}
+
+int runInfo(Invocation const& inv) {
+  auto const top = readOrSay(inv.positional[0], *inv.err);
+  if (!top) {
+    return EXIT_FAILED;
+  }
+  auto const blocks = allBlocks(*top);
+  std::size_t pathWidth = 13;
+  std::size_t moduleWidth = 6;
+  for (HABMBlock const* b : blocks) {
+    pathWidth = std::max(pathWidth, b->getInstancePath().size());
+    moduleWidth = std::max(moduleWidth, b->getModuleName().size());
+  }
+  auto& out = *inv.out;
+  auto line = [&](std::string const& path, std::string const& module, std::string const& vlnv) {
+    std::string text = path + std::string(pathWidth - path.size() + 2, ' ') + module;
+    if (!vlnv.empty()) {
+      text += std::string(moduleWidth - module.size() + 2, ' ') + vlnv;
+    }
+    out << text << '\n';
+  };
+  line("instance path", "module", "vlnv");
+  for (HABMBlock const* b : blocks) {
+    line(b->getInstancePath(), b->getModuleName(), b->getModuleVlnv());
+  }
+  out << '\n';
+  for (auto const& row : countRows()) {
+    std::size_t total = 0;
+    for (HABMBlock const* b : blocks) {
+      total += row.perBlock(*b);
+    }
+    std::string const label = row.label;
+    out << label << std::string(12 - std::min<std::size_t>(label.size(), 11), ' ') << total << '\n';
+  }
+  return EXIT_OK;
+}
+
+int writeOrSay(std::string const& path, HABMBlock const& block, std::ostream& err) {
+  if (!HABMBlock::writeTopBlock(HUTFile(path), block, false)) {
+    err << "bmtool: could not write '" << path << "'\n";
+    return EXIT_FAILED;
+  }
+  return EXIT_OK;
+}
+
+int runConvert(Invocation const& inv) {
+  std::optional<HPAParamOverride> pretty;
+  if (inv.hasFlag("--pretty")) {
+    pretty.emplace("project.prettyBlockModelWriter", "true");
+  }
+  auto const top = readOrSay(inv.positional[0], *inv.err);
+  return top ? writeOrSay(inv.positional[1], *top, *inv.err) : EXIT_FAILED;
+}
+
+int runGenerate(Invocation const& inv) {
+  auto const depth = inv.count("--depth", 3);
+  auto const fanout = inv.count("--fanout", 4);
+  auto const attrs = inv.count("--attrs", 2);
+  if (!depth || !fanout || !attrs) {
+    *inv.err << "bmtool generate: --depth, --fanout and --attrs take whole numbers\n";
+    return EXIT_USAGE;
+  }
+  SyntheticShape const shape{*depth, *fanout, *attrs};
+  // Refuse sizes that would not fit in memory rather than dying half-way.
+  constexpr std::size_t kMaxBlocks = 20'000'000;
+  if (syntheticBlockCount(shape) > kMaxBlocks) {
+    *inv.err << "bmtool generate: more than " << kMaxBlocks << " blocks asked for\n";
+    return EXIT_USAGE;
+  }
+  auto const top = makeSyntheticDesign(shape);
+  int const code = writeOrSay(inv.positional[0], *top, *inv.err);
+  if (code == EXIT_OK) {
+    *inv.out << "wrote " << syntheticBlockCount(shape) << " blocks to " << inv.positional[0] << '\n';
+  }
+  return code;
+}
+
+}  // namespace
+
+Command makeInfoCommand() {
+  Command c;
+  c.name = "info";
+  c.summary = "print the block tree of a block model file and count its objects";
+  c.usage = "bmtool info FILE";
+  c.help =
+      "Reads FILE (plain or gzip-compressed JSON) and prints every block's instance path, module name\n"
+      "and VLNV, then the number of objects of each kind in the whole tree.\n";
+  c.minArgs = 1;
+  c.maxArgs = 1;
+  c.run = runInfo;
+  return c;
+}
+
+Command makeConvertCommand() {
+  Command c;
+  c.name = "convert";
+  c.summary = "read a block model file and write it again";
+  c.usage = "bmtool convert IN OUT [--pretty]";
+  c.help =
+      "Reads IN and writes OUT, gzip-compressed when OUT ends in \".gz\". --pretty indents the text.\n"
+      "OUT is replaced only when the whole file was written.\n";
+  c.flags = {"--pretty"};
+  c.minArgs = 2;
+  c.maxArgs = 2;
+  c.run = runConvert;
+  return c;
+}
+
+Command makeGenerateCommand() {
+  Command c;
+  c.name = "generate";
+  c.summary = "write a synthetic design of a chosen size";
+  c.usage = "bmtool generate OUT [--depth N] [--fanout N] [--attrs N]";
+  c.help =
+      "Writes a design with N levels of sub-blocks (default 3), N sub-blocks per block (default 4)\n"
+      "and N attributes per block (default 2), plus a generic and a parameter on each block.\n";
+  c.options = {"--depth", "--fanout", "--attrs"};
+  c.minArgs = 1;
+  c.maxArgs = 1;
+  c.run = runGenerate;
+  return c;
+}
+
+}  // namespace bmtool
