@@ -15,6 +15,23 @@ struct HABMChildName {
   static std::string const& of(T const& item) { return item.getName(); }
 };
 
+/// The automatic name rule shared by the child containers: `pattern` with its "%d" replaced by the
+/// container's count, counting up while `list.has` finds the candidate, unless `force` takes the first.
+template <class List>
+std::string habmAutoName(List const& list, std::string const& pattern, bool force) {
+  auto const hole = pattern.find("%d");
+  assert(hole != std::string::npos && "an automatic name pattern holds one %d");
+  auto const make = [&](std::size_t counter) {
+    return pattern.substr(0, hole) + std::to_string(counter) + pattern.substr(hole + 2);
+  };
+  std::size_t counter = list.size();
+  std::string candidate = make(counter);
+  while (!force && list.has(candidate)) {
+    candidate = make(++counter);
+  }
+  return candidate;
+}
+
 /// Owns children in creation order and finds the first child of a name in constant time. Duplicate names
 /// are allowed (forced creation) and the index always points at the first of them, so a look-up gives the
 /// same answer as a linear search in container order. Removal keeps the order of the others.
@@ -110,17 +127,7 @@ class HABMChildList {
   /// The automatic name for a new child: `pattern` ("interface_%d") with its "%d" replaced by the current
   /// count in decimal, counting up until free unless `force` takes the first candidate untested.
   std::string autoName(std::string const& pattern, bool force) const {
-    auto const hole = pattern.find("%d");
-    assert(hole != std::string::npos && "an automatic name pattern holds one %d");
-    auto const make = [&](std::size_t counter) {
-      return pattern.substr(0, hole) + std::to_string(counter) + pattern.substr(hole + 2);
-    };
-    std::size_t counter = items_.size();
-    std::string candidate = make(counter);
-    while (!force && has(candidate)) {
-      candidate = make(++counter);
-    }
-    return candidate;
+    return habmAutoName(*this, pattern, force);
   }
 
   /// Whether the index agrees with a linear search; for the invariant checks of tests.

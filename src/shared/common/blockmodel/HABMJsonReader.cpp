@@ -6,6 +6,8 @@
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMPortConnection.h"
 #include "isl/iostreams/filtering_stream.h"
 #include "json/HCRapidJsonReadWriteUtils.h"
 #include "msg/ComMsgMgr.h"
@@ -13,6 +15,7 @@
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
+#include <cstdint>
 #include <istream>
 
 namespace {
@@ -155,7 +158,6 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
   Value const* configuration = Keys::getJsonValue(object, Keys::STR_CONFIGURATION(), false);
   Value const* boundary = Keys::getJsonValue(object, Keys::STR_BOUNDARY(), false);
   Value const* contents = Keys::getJsonValue(object, Keys::STR_CONTENTS(), false);
-  (void)boundary;  // the boundary's kinds read from it as they join the model
 
   std::string text;
   if (!Keys::getJsonString(object, Keys::STR_MODULE_NAME(), text, true)) {
@@ -192,8 +194,14 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
              configuration, Keys::STR_PARAMETERS(), [&] { block.clearParameters(); },
              [&](std::string const& name) { return block.createParameter(name, ""); }) &&
          unmarshalCollection(
+             boundary, Keys::STR_PORTS(), [&] { block.clearPorts(); },
+             [&](std::string const& name) { return block.createPort(name, false); }) &&
+         unmarshalCollection(
              contents, Keys::STR_SUB_BLOCKS(), [&] { block.clearSubBlocks(); },
-             [&](std::string const& name) { return block.createSubBlock(name, "", false); });
+             [&](std::string const& name) { return block.createSubBlock(name, "", false); }) &&
+         unmarshalCollection(
+             contents, Keys::STR_PORT_CONNECTIONS(), [&] { block.clearPortConnections(); },
+             [&](std::string const& name) { return block.createPortConnection(name, false); });
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAttribute& attribute) const {
@@ -206,4 +214,50 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMGeneric& generic) const 
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMParameter& parameter) const {
   return unmarshalValueObject(object, parameter);
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMPort& port) const {
+  std::string type;
+  std::string direction;
+  if (!Keys::getJsonString(object, Keys::STR_TYPE(), type, true) ||
+      !Keys::getJsonString(object, Keys::STR_DIRECTION(), direction, true)) {
+    return false;
+  }
+  // The type first: a wire resets the bounds, which come after it.
+  port.setPortType(HABMPort::encodePortType(type));
+  port.setPortDirection(HABMPort::encodePortDirection(direction));
+  int left = 0;
+  Keys::getJsonInt(object, Keys::STR_SIZE_LEFT(), left, false);
+  port.setPortLeft(static_cast<std::uint32_t>(left));
+  int right = 0;
+  Keys::getJsonInt(object, Keys::STR_SIZE_RIGHT(), right, false);
+  port.setPortRight(static_cast<std::uint32_t>(right));
+  return unmarshalCollection(
+      &object, Keys::STR_ATTRIBUTES(), [&] { port.clearAttributes(); },
+      [&](std::string const& name) { return port.createAttribute(name, ""); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMPortConnection& connection) const {
+  std::string text = "soft";
+  Keys::getJsonString(object, Keys::STR_TYPE(), text, false);
+  connection.setConnectionType(HABMPortConnection::encodeConnectionType(text));
+  text.clear();
+  Keys::getJsonString(object, Keys::STR_SOURCE(), text, false);
+  connection.setSourcePath(text);  // a source outside the block only leaves the net dangling
+  if (replacing()) {
+    connection.clearTargetPaths();
+  }
+  Value const* targets = Keys::getJsonValue(object, Keys::STR_TARGETS(), false);
+  if (targets == nullptr) {
+    return true;
+  }
+  if (!targets->IsArray()) {
+    return false;
+  }
+  bool result = true;
+  for (auto const& target : targets->GetArray()) {
+    result = target.IsString() &&
+             connection.insertTargetPath(std::string(target.GetString(), target.GetStringLength())) && result;
+  }
+  return result;
 }

@@ -12,6 +12,8 @@ class HABMAttribute;
 class HABMBlock;
 class HABMGeneric;
 class HABMParameter;
+class HABMPort;
+class HABMPortConnection;
 
 /// Reads block model files into blocks through the model's own factories and setters, so that every rule
 /// of the model holds for a file too. One `unmarshal` per kind of object; named children go through one
@@ -41,6 +43,8 @@ class HABMJsonReader {
   bool unmarshal(Value const& object, HABMAttribute& attribute) const;
   bool unmarshal(Value const& object, HABMGeneric& generic) const;
   bool unmarshal(Value const& object, HABMParameter& parameter) const;
+  bool unmarshal(Value const& object, HABMPort& port) const;
+  bool unmarshal(Value const& object, HABMPortConnection& connection) const;
 
   /// Reads the collection `key` of `group` (null when the group is absent): in MODE_REPLACE `clear()`
   /// runs first; then each member becomes a child through `create(name)` and is read into it. False when

@@ -13,6 +13,8 @@ class HABMAttribute;
 class HABMBlock;
 class HABMGeneric;
 class HABMParameter;
+class HABMPort;
+class HABMPortConnection;
 
 /// Writes block model files. One `marshal` per kind of object adds that object's members, in a fixed
 /// order, to a JSON object; named children go through one collection scheme.
@@ -35,6 +37,8 @@ class HABMJsonWriter {
   bool marshal(HABMAttribute const& attribute, Value& object, Allocator& allocator) const;
   bool marshal(HABMGeneric const& generic, Value& object, Allocator& allocator) const;
   bool marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const;
+  bool marshal(HABMPort const& port, Value& object, Allocator& allocator) const;
+  bool marshal(HABMPortConnection const& connection, Value& object, Allocator& allocator) const;
 
   /// Adds `children` under `key` of `group` as an object keyed by the children's names, each marshalled
   /// into its own object; children without members and an empty collection are left out.
