@@ -8,8 +8,19 @@ endif()
 
 if(MZ_SANITIZE)
   set(_mz_san -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    list(APPEND _mz_san -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizer-ignorelist.txt)
+  endif()
   add_compile_options(${_mz_san})
   add_link_options(${_mz_san})
+endif()
+
+if(MZ_BUILD_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "MZ_BUILD_FUZZ needs Clang")
+  endif()
+  # Coverage for the fuzzer in every library it reaches.
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 # Every project target links this to get the flags above.

@@ -56,6 +56,30 @@ std::optional<unsigned> Invocation::count(std::string const& option, unsigned fa
   return static_cast<unsigned>(std::stoul(text));
 }
 
+void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows) {
+  std::vector<std::size_t> width;
+  for (auto const& row : rows) {
+    width.resize(std::max(width.size(), row.size()));
+    for (std::size_t c = 0; c < row.size(); ++c) {
+      width[c] = std::max(width[c], row[c].size());
+    }
+  }
+  for (auto const& row : rows) {
+    std::size_t used = row.size();
+    while (used > 0 && row[used - 1].empty()) {
+      --used;
+    }
+    std::string line;
+    for (std::size_t c = 0; c < used; ++c) {
+      line += row[c];
+      if (c + 1 < used) {
+        line.append(width[c] - row[c].size() + 2, ' ');
+      }
+    }
+    out << line << '\n';
+  }
+}
+
 std::vector<Command> const& commands() {
   static std::vector<Command> const all = {makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),
                                            makeAddrCommand()};

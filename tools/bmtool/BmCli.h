@@ -43,6 +43,9 @@ struct Command {
 /// Every subcommand, in the order `--help` lists them.
 std::vector<Command> const& commands();
 
+/// Prints rows as columns separated by two blanks; trailing empty cells leave no blanks behind.
+void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows);
+
 /// Runs bmtool with its arguments (without the program name); returns the exit code.
 int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream& err);
 

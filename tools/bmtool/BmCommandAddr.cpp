@@ -3,18 +3,13 @@
 
 #include "BmCli.h"
 
-#include <algorithm>
-#include <array>
 #include <ostream>
 
 namespace bmtool {
 
 namespace {
 
-constexpr std::size_t kColumns = 6;
-using Row = std::array<std::string, kColumns>;
-
-Row describe(std::string const& text) {
+std::vector<std::string> describe(std::string const& text) {
   HABMAddrValue const v(text);
   if (!v.isValid()) {
     return {text, "no", "-", "-", "-", "-"};
@@ -28,26 +23,11 @@ Row describe(std::string const& text) {
 }
 
 int runAddr(Invocation const& inv) {
-  std::vector<Row> rows = {{"text", "valid", "hex", "pretty hex", "binary", "size"}};
+  std::vector<std::vector<std::string>> rows = {{"text", "valid", "hex", "pretty hex", "binary", "size"}};
   for (auto const& text : inv.positional) {
     rows.push_back(describe(text));
   }
-  std::array<std::size_t, kColumns> width{};
-  for (auto const& row : rows) {
-    for (std::size_t c = 0; c < kColumns; ++c) {
-      width[c] = std::max(width[c], row[c].size());
-    }
-  }
-  for (auto const& row : rows) {
-    std::string line;
-    for (std::size_t c = 0; c < kColumns; ++c) {
-      line += row[c];
-      if (c + 1 < kColumns) {
-        line.append(width[c] - row[c].size() + 2, ' ');
-      }
-    }
-    *inv.out << line << '\n';
-  }
+  printTable(*inv.out, rows);
   return EXIT_OK;
 }
 

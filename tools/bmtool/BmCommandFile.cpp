@@ -27,6 +27,8 @@ std::vector<CountRow> const& countRows() {
       {"attributes", [](HABMBlock const& b) { return b.getAttributes().size(); }},
       {"generics", [](HABMBlock const& b) { return b.getGenerics().size(); }},
       {"parameters", [](HABMBlock const& b) { return b.getParameters().size(); }},
+      {"ports", [](HABMBlock const& b) { return b.getPorts().size(); }},
+      {"port connections", [](HABMBlock const& b) { return b.getPortConnections().size(); }},
   };
   return rows;
 }
@@ -61,33 +63,21 @@ int runInfo(Invocation const& inv) {
     return EXIT_FAILED;
   }
   auto const blocks = allBlocks(*top);
-  std::size_t pathWidth = 13;
-  std::size_t moduleWidth = 6;
+  std::vector<std::vector<std::string>> tree = {{"instance path", "module", "vlnv"}};
   for (HABMBlock const* b : blocks) {
-    pathWidth = std::max(pathWidth, b->getInstancePath().size());
-    moduleWidth = std::max(moduleWidth, b->getModuleName().size());
+    tree.push_back({b->getInstancePath(), b->getModuleName(), b->getModuleVlnv()});
   }
-  auto& out = *inv.out;
-  auto line = [&](std::string const& path, std::string const& module, std::string const& vlnv) {
-    std::string text = path + std::string(pathWidth - path.size() + 2, ' ') + module;
-    if (!vlnv.empty()) {
-      text += std::string(moduleWidth - module.size() + 2, ' ') + vlnv;
-    }
-    out << text << '\n';
-  };
-  line("instance path", "module", "vlnv");
-  for (HABMBlock const* b : blocks) {
-    line(b->getInstancePath(), b->getModuleName(), b->getModuleVlnv());
-  }
-  out << '\n';
+  printTable(*inv.out, tree);
+  *inv.out << '\n';
+  std::vector<std::vector<std::string>> counts;
   for (auto const& row : countRows()) {
     std::size_t total = 0;
     for (HABMBlock const* b : blocks) {
       total += row.perBlock(*b);
     }
-    std::string const label = row.label;
-    out << label << std::string(12 - std::min<std::size_t>(label.size(), 11), ' ') << total << '\n';
+    counts.push_back({row.label, std::to_string(total)});
   }
+  printTable(*inv.out, counts);
   return EXIT_OK;
 }
 

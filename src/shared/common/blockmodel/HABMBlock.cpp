@@ -6,12 +6,15 @@
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
+#include "blockmodel/HABMChildRules.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMJsonReader.h"
 #include "blockmodel/HABMJsonWriter.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPath.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMPortConnection.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMTrace.h"
 #include "blockmodel/HABMUtils.h"
@@ -19,12 +22,17 @@
 #include "util/HUTFile.h"
 
 #include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/join.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 
 #include <algorithm>
 #include <initializer_list>
 #include <utility>
 
+using habm_detail::ChildTexts;
+using habm_detail::createChild;
+using habm_detail::isRefusedName;
+using habm_detail::removeChild;
 using habm_detail::TRACE_BLOCK;
 using habm_detail::TRACE_CHILD;
 
@@ -32,20 +40,11 @@ std::string const& HABMChildName<HABMBlock>::of(HABMBlock const& block) {
   return block.getInstanceName();
 }
 
-namespace {
+std::string habm_detail::childOwnerPath(HABMBlock const& block) {
+  return block.getInstancePath();
+}
 
-// The texts of one kind of child. A new kind adds a row here and forwards its create/remove/set/find
-// members to the templates below.
-struct ChildTexts {
-  char const* created;
-  unsigned int createdMask;
-  // Null for a kind whose refusals are silent.
-  char const* failed;
-  char const* removed;
-  unsigned int removedMask;
-  // The automatic name for an empty request ("interface_%d"), or null when an empty name is refused.
-  char const* autoName;
-};
+namespace {
 
 constexpr ChildTexts kAttributeTexts{"Created attribute '%s' on block '%s'.\n",
                                      TRACE_CHILD,
@@ -69,6 +68,15 @@ constexpr ChildTexts kSubBlockTexts{"Created sub-block '%s' in block '%s'.\n",
                                     "Removed sub-block '%s' from block '%s'.\n",
                                     TRACE_BLOCK,
                                     nullptr};
+constexpr ChildTexts kPortTexts{
+    "Created port '%s' on block '%s'.\n",   TRACE_CHILD, "Failed to create port '%s' on block '%s'.\n",
+    "Removed port '%s' from block '%s'.\n", TRACE_CHILD, nullptr};
+constexpr ChildTexts kPortConnectionTexts{"Created port connection '%s' on block '%s'.\n",
+                                          TRACE_CHILD,
+                                          "Failed to create port connection '%s' on block '%s'.\n",
+                                          "Removed port connection '%s' from block '%s'.\n",
+                                          TRACE_CHILD,
+                                          "port_connection_%d"};
 constexpr ChildTexts kAddrSpaceTexts{"Created address space '%s' on block '%s'.\n",
                                      TRACE_CHILD,
                                      "Failed to create address space '%s' on block '%s'.\n",
@@ -84,42 +92,6 @@ constexpr ChildTexts kMemoryMapTexts{"Created memory map '%s' on block '%s'.\n",
 constexpr ChildTexts kAddrAssignTexts{
     "Created address assignment '%s' on block '%s'.\n",   TRACE_CHILD, nullptr,
     "Removed address assignment '%s' from block '%s'.\n", TRACE_CHILD, "assignment_%d"};
-
-bool isRefusedName(std::string const& name) {
-  return name.empty() || HABMPath::has_separator(name);
-}
-
-// Creates a child by the common rules: automatic name for an empty request where the kind has one, no
-// separator, no duplicate unless forced; appends; traces. `make(name)` builds the owned object.
-template <class T, class Make>
-T* createChild(HABMBlock const& block, HABMChildList<T>& list, ChildTexts const& texts,
-               std::string const& requested, bool force, Make&& make) {
-  std::string name = requested;
-  if (name.empty() && texts.autoName != nullptr) {
-    name = list.autoName(texts.autoName, force);
-  }
-  if (isRefusedName(name) || (!force && list.has(name))) {
-    if (texts.failed != nullptr) {
-      HABM_TRACE(TRACE_BLOCK, texts.failed, requested.c_str(), block.getInstancePath().c_str());
-    }
-    return nullptr;
-  }
-  T* child = list.append(make(name));
-  HABM_TRACE(texts.createdMask, texts.created, name.c_str(), block.getInstancePath().c_str());
-  return child;
-}
-
-// Destroys the first child of that name, keeping the order of the others; silent when there is none.
-template <class T>
-bool removeChild(HABMBlock const& block, HABMChildList<T>& list, ChildTexts const& texts,
-                 std::string const& requested) {
-  std::string const name = requested;  // the request may be the child's own name, about to go
-  if (list.take(name) == nullptr) {
-    return false;
-  }
-  HABM_TRACE(texts.removedMask, texts.removed, name.c_str(), block.getInstancePath().c_str());
-  return true;
-}
 
 // Replaces the value of an existing child, or creates it first when asked to.
 template <class T, class Create>
@@ -209,10 +181,16 @@ struct LockStateText {
 constexpr LockStateText kLockStateTexts[] = {{HABMBlock::LOCKED, "locked"},
                                              {HABMBlock::UNLOCKED, "unlocked"}};
 
-template <class T>
-bool namesAreValid(HABMChildList<T> const& list) {
-  return std::none_of(list.items().begin(), list.items().end(),
-                      [](auto const& item) { return isRefusedName(HABMChildName<T>::of(*item)); });
+template <class T, template <class> class List>
+bool namesAreValid(List<T> const& list) {
+  auto const all = list.list();
+  return std::none_of(all.begin(), all.end(),
+                      [](T const* item) { return isRefusedName(HABMChildName<T>::of(*item)); });
+}
+
+// A port connection is a net from one port to others: a join of its ends for the traces.
+std::string joinTargets(std::set<std::string> const& targets) {
+  return boost::algorithm::join(targets, ", ");
 }
 
 }  // namespace
@@ -759,11 +737,123 @@ bool HABMBlock::checkAddrMaps() const {
 
 bool HABMBlock::check() const {
   bool ok = attributes_.checkIndex() && generics_.checkIndex() && parameters_.checkIndex() &&
-            subBlocks_.checkIndex() && namesAreValid(attributes_) && namesAreValid(generics_) &&
-            namesAreValid(parameters_) && namesAreValid(subBlocks_);
+            ports_.checkIndex() && subBlocks_.checkIndex() && portConnections_.checkIndex() &&
+            namesAreValid(attributes_) && namesAreValid(generics_) && namesAreValid(parameters_) &&
+            namesAreValid(ports_) && namesAreValid(subBlocks_) && namesAreValid(portConnections_);
+  for (auto const* port : ports_.list()) {
+    ok = ok && &port->getParent() == this;
+  }
+  for (auto const* connection : portConnections_.list()) {
+    ok = ok && &connection->getParent() == this;
+  }
   ok = ok && checkAddrMaps();
   for (auto const& sub : subBlocks_.items()) {
     ok = ok && sub->parent_ == this && sub->check();
   }
   return ok;
+}
+
+// Ports.
+
+HABMPort* HABMBlock::createPort(std::string const& name, bool const& force) {
+  return createChild(*this, ports_, kPortTexts, name, force,
+                     [&](std::string const& n) { return std::unique_ptr<HABMPort>(new HABMPort(*this, n)); });
+}
+HABMPort* HABMBlock::getPort(std::string const& name) const {
+  return ports_.get(name);
+}
+std::vector<HABMPort*> HABMBlock::getPorts() const {
+  return ports_.list();
+}
+bool HABMBlock::hasPorts() const {
+  return !ports_.empty();
+}
+bool HABMBlock::removePort(std::string const& name) {
+  return removeChild(*this, ports_, kPortTexts, name);
+}
+void HABMBlock::clearPorts() {
+  ports_.clear();
+}
+HABMPort* HABMBlock::findPort(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getPort);
+}
+std::vector<HABMPort*> HABMBlock::findPorts(std::string const& pattern, bool const& recursive) const {
+  std::vector<HABMPort*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getPorts(); },
+      [](HABMPort const& p) { return p.getPortPath(); }, out);
+  return out;
+}
+std::vector<HABMPort*> HABMBlock::getInputPorts() const {
+  std::vector<HABMPort*> out;
+  for (HABMPort* port : ports_.list()) {
+    if (port->isTargetPort()) {
+      out.push_back(port);
+    }
+  }
+  return out;
+}
+std::vector<HABMPort*> HABMBlock::getOutputPorts() const {
+  std::vector<HABMPort*> out;
+  for (HABMPort* port : ports_.list()) {
+    if (port->isSourcePort()) {
+      out.push_back(port);
+    }
+  }
+  return out;
+}
+
+// Port connections.
+
+HABMPortConnection* HABMBlock::createPortConnection(std::string const& name, bool const& force) {
+  return createChild(*this, portConnections_, kPortConnectionTexts, name, force, [&](std::string const& n) {
+    return std::unique_ptr<HABMPortConnection>(new HABMPortConnection(*this, n, HABMPortConnection::SOFT));
+  });
+}
+
+HABMPortConnection* HABMBlock::createPortConnection(std::string const& source,
+                                                    std::set<std::string> const& targets, bool const& force) {
+  HABMPortConnection* connection = nullptr;
+  if (force || HABMPortConnection::canConnect(*this, source, targets)) {
+    connection = createPortConnection(std::string(), force);
+  }
+  if (connection == nullptr) {
+    HABM_TRACE(TRACE_BLOCK,
+               "Failed to create port connection from source port '%s' to target ports '%s' on block '%s'.\n",
+               source.c_str(), joinTargets(targets).c_str(), getInstancePath().c_str());
+    return nullptr;
+  }
+  connection->setSourcePath(source);
+  connection->setTargetPaths(targets);
+  HABM_TRACE(TRACE_CHILD, "Connected port connection '%s' from source port '%s' to target ports '%s'.\n",
+             connection->getPath().c_str(), connection->getSourcePath(true).c_str(),
+             joinTargets(connection->getTargetPaths(true)).c_str());
+  return connection;
+}
+
+HABMPortConnection* HABMBlock::getPortConnection(std::string const& name) const {
+  return portConnections_.get(name);
+}
+std::vector<HABMPortConnection*> HABMBlock::getPortConnections() const {
+  return portConnections_.list();
+}
+bool HABMBlock::hasPortConnections() const {
+  return !portConnections_.empty();
+}
+bool HABMBlock::removePortConnection(std::string const& name) {
+  return removeChild(*this, portConnections_, kPortConnectionTexts, name);
+}
+void HABMBlock::clearPortConnections() {
+  portConnections_.clear();
+}
+HABMPortConnection* HABMBlock::findPortConnection(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getPortConnection);
+}
+std::vector<HABMPortConnection*> HABMBlock::findPortConnections(std::string const& pattern,
+                                                                bool const& recursive) const {
+  std::vector<HABMPortConnection*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getPortConnections(); },
+      [](HABMPortConnection const& c) { return c.getPath(); }, out);
+  return out;
 }

@@ -4,8 +4,10 @@
 #include "base/HATAttrObj.h"
 #include "blockmodel/HABMAddrValue.h"
 #include "blockmodel/HABMChildList.h"
+#include "blockmodel/HABMChildTable.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,12 +22,20 @@ class HABMAttribute;
 class HABMBlock;
 class HABMGeneric;
 class HABMParameter;
+class HABMPort;
+class HABMPortConnection;
 class HUTFile;
 
 /// Sub-blocks are named by their instance name.
 template <>
 struct HABMChildName<HABMBlock> {
   static std::string const& of(HABMBlock const& block);
+};
+
+/// Ports are named by their port name.
+template <>
+struct HABMChildName<HABMPort> {
+  static std::string const& of(HABMPort const& port);
 };
 
 /// A block is at once a module (module name, VLNV, boundary) and one instance of it (instance name, place
@@ -202,6 +212,32 @@ class HABMBlock : public HATAttrObj {
   /// The parameter at "name" or "sub/path/name" from this block, or null.
   HABMParameter* findParameter(std::string const& path, bool const& recursive) const;
 
+  // Ports: a table with unique names, found by name in constant time.
+
+  /// Appends a port; null for an empty name, a name with "/", or (unless `force`) a taken name. A forced
+  /// taken name leaves the table as it was and returns a new port that belongs to no table: the block
+  /// keeps it alive until clearPorts or its own end, but no get/find/list ever shows it.
+  HABMPort* createPort(std::string const& name, bool const& force);
+  /// The port of that exact name, or null; also null for a port renamed through setPortName.
+  HABMPort* getPort(std::string const& name) const;
+  /// The ports in creation order; the block keeps ownership.
+  std::vector<HABMPort*> getPorts() const;
+  /// True when the block has a port.
+  bool hasPorts() const;
+  /// Destroys the port of that name; false when there is none.
+  bool removePort(std::string const& name);
+  /// Destroys every port, forced duplicates included, silently.
+  void clearPorts();
+  /// The port at "name" or "sub/path/name" from this block, or null.
+  HABMPort* findPort(std::string const& path, bool const& recursive) const;
+  /// Ports whose full path matches `pattern` (all for ""), this block's first, then with `recursive` each
+  /// sub-block's.
+  std::vector<HABMPort*> findPorts(std::string const& pattern, bool const& recursive) const;
+  /// The ports that are not outputs (in, inout, phantom, unknown), in table order.
+  std::vector<HABMPort*> getInputPorts() const;
+  /// The output ports, in table order.
+  std::vector<HABMPort*> getOutputPorts() const;
+
   // Sub-blocks.
 
   /// Appends a new sub-block; null for an empty name, a name with "/", or (unless `force`) a taken name.
@@ -234,6 +270,31 @@ class HABMBlock : public HATAttrObj {
   /// True when `block` is a sub-block (any depth with `recursive`); pointers are compared; false for null.
   bool hasSubBlock(HABMBlock const* block, bool const& recursive) const;
 
+  // Port connections: nets drawn in this block, holding paths relative to it.
+
+  /// Appends an unconnected port connection, named "port_connection_N" when `name` is empty; null for a
+  /// name with "/" or (unless `force`) a taken name.
+  HABMPortConnection* createPortConnection(std::string const& name, bool const& force);
+  /// Connects `source` to `targets` under an automatic name after HABMPortConnection::canConnect (skipped
+  /// with `force`); null when refused.
+  HABMPortConnection* createPortConnection(std::string const& source, std::set<std::string> const& targets,
+                                           bool const& force);
+  /// The first port connection of that exact name, or null.
+  HABMPortConnection* getPortConnection(std::string const& name) const;
+  /// The port connections in creation order; the block keeps ownership.
+  std::vector<HABMPortConnection*> getPortConnections() const;
+  /// True when the block has a port connection.
+  bool hasPortConnections() const;
+  /// Destroys the first port connection of that name; false when there is none.
+  bool removePortConnection(std::string const& name);
+  /// Destroys every port connection, silently.
+  void clearPortConnections();
+  /// The port connection at "name" or "sub/path/name" from this block, or null.
+  HABMPortConnection* findPortConnection(std::string const& path, bool const& recursive) const;
+  /// Port connections whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMPortConnection*> findPortConnections(std::string const& pattern,
+                                                       bool const& recursive) const;
   // Address spaces, memory maps and address assignments. Spaces and maps refuse an empty name, a name
   // with "/" and a taken name; an assignment takes "assignment_<n>" for an empty name.
 
@@ -332,7 +393,9 @@ class HABMBlock : public HATAttrObj {
   HABMChildList<HABMAttribute> attributes_;
   HABMChildList<HABMGeneric> generics_;
   HABMChildList<HABMParameter> parameters_;
+  HABMChildTable<HABMPort> ports_;
   HABMChildList<HABMBlock> subBlocks_;
+  HABMChildList<HABMPortConnection> portConnections_;
 
   // The address objects; declared apart so that each group's invariants are checked in one place.
   bool checkAddrMaps() const;

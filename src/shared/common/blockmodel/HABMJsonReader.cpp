@@ -11,6 +11,8 @@
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMPortConnection.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
@@ -20,6 +22,7 @@
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
+#include <cstdint>
 #include <istream>
 
 namespace {
@@ -226,6 +229,9 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
              configuration, Keys::STR_PARAMETERS(), [&] { block.clearParameters(); },
              [&](std::string const& name) { return block.createParameter(name, ""); }) &&
          unmarshalCollection(
+             boundary, Keys::STR_PORTS(), [&] { block.clearPorts(); },
+             [&](std::string const& name) { return block.createPort(name, false); }) &&
+         unmarshalCollection(
              boundary, Keys::STR_MEMORY_MAPS(), [&] { block.clearMemoryMaps(); },
              [&](std::string const& name) { return block.createMemoryMap(name); }) &&
          unmarshalCollection(
@@ -234,6 +240,9 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
          unmarshalCollection(
              contents, Keys::STR_SUB_BLOCKS(), [&] { block.clearSubBlocks(); },
              [&](std::string const& name) { return block.createSubBlock(name, "", false); }) &&
+         unmarshalCollection(
+             contents, Keys::STR_PORT_CONNECTIONS(), [&] { block.clearPortConnections(); },
+             [&](std::string const& name) { return block.createPortConnection(name, false); }) &&
          unmarshalCollection(
              contents, Keys::STR_ADDRESS_ASSIGNMENTS(), [&] { block.clearAddrAssigns(); },
              [&](std::string const& name) { return block.createAddrAssign(name); });
@@ -249,6 +258,52 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMGeneric& generic) const 
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMParameter& parameter) const {
   return unmarshalValueObject(object, parameter);
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMPort& port) const {
+  std::string type;
+  std::string direction;
+  if (!Keys::getJsonString(object, Keys::STR_TYPE(), type, true) ||
+      !Keys::getJsonString(object, Keys::STR_DIRECTION(), direction, true)) {
+    return false;
+  }
+  // The type first: a wire resets the bounds, which come after it.
+  port.setPortType(HABMPort::encodePortType(type));
+  port.setPortDirection(HABMPort::encodePortDirection(direction));
+  int left = 0;
+  Keys::getJsonInt(object, Keys::STR_SIZE_LEFT(), left, false);
+  port.setPortLeft(static_cast<std::uint32_t>(left));
+  int right = 0;
+  Keys::getJsonInt(object, Keys::STR_SIZE_RIGHT(), right, false);
+  port.setPortRight(static_cast<std::uint32_t>(right));
+  return unmarshalCollection(
+      &object, Keys::STR_ATTRIBUTES(), [&] { port.clearAttributes(); },
+      [&](std::string const& name) { return port.createAttribute(name, ""); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMPortConnection& connection) const {
+  std::string text = "soft";
+  Keys::getJsonString(object, Keys::STR_TYPE(), text, false);
+  connection.setConnectionType(HABMPortConnection::encodeConnectionType(text));
+  text.clear();
+  Keys::getJsonString(object, Keys::STR_SOURCE(), text, false);
+  connection.setSourcePath(text);  // a source outside the block only leaves the net dangling
+  if (replacing()) {
+    connection.clearTargetPaths();
+  }
+  Value const* targets = Keys::getJsonValue(object, Keys::STR_TARGETS(), false);
+  if (targets == nullptr) {
+    return true;
+  }
+  if (!targets->IsArray()) {
+    return false;
+  }
+  bool result = true;
+  for (auto const& target : targets->GetArray()) {
+    result = target.IsString() &&
+             connection.insertTargetPath(std::string(target.GetString(), target.GetStringLength())) && result;
+  }
+  return result;
 }
 
 // Address objects. A required field that is missing stops the object's read there, with the fields before

@@ -17,6 +17,8 @@ class HABMBlock;
 class HABMGeneric;
 class HABMMemoryMap;
 class HABMParameter;
+class HABMPort;
+class HABMPortConnection;
 class HABMRegister;
 class HABMRegisterField;
 
@@ -48,6 +50,8 @@ class HABMJsonReader {
   bool unmarshal(Value const& object, HABMAttribute& attribute) const;
   bool unmarshal(Value const& object, HABMGeneric& generic) const;
   bool unmarshal(Value const& object, HABMParameter& parameter) const;
+  bool unmarshal(Value const& object, HABMPort& port) const;
+  bool unmarshal(Value const& object, HABMPortConnection& connection) const;
   bool unmarshal(Value const& object, HABMAddrSpace& space) const;
   bool unmarshal(Value const& object, HABMAddrSegment& segment) const;
   bool unmarshal(Value const& object, HABMMemoryMap& map) const;

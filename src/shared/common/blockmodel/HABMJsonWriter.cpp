@@ -11,6 +11,8 @@
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMPortConnection.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
@@ -24,6 +26,7 @@
 
 #include <memory>
 #include <ostream>
+#include <set>
 
 namespace {
 
@@ -204,6 +207,7 @@ bool HABMJsonWriter::marshal(HABMBlock const& block, Value& object, Allocator& a
   addGroup(Keys::STR_CONFIGURATION(), configuration);
 
   Value boundary(rapidjson::kObjectType);
+  result = marshalCollection(boundary, Keys::STR_PORTS(), block.getPorts(), allocator) && result;
   result = marshalCollection(boundary, Keys::STR_MEMORY_MAPS(), block.getMemoryMaps(), allocator) && result;
   result =
       marshalCollection(boundary, Keys::STR_ADDRESS_SPACES(), block.getAddrSpaces(), allocator) && result;
@@ -211,6 +215,8 @@ bool HABMJsonWriter::marshal(HABMBlock const& block, Value& object, Allocator& a
 
   Value contents(rapidjson::kObjectType);
   result = marshalCollection(contents, Keys::STR_SUB_BLOCKS(), block.getSubBlocks(), allocator) && result;
+  result = marshalCollection(contents, Keys::STR_PORT_CONNECTIONS(), block.getPortConnections(), allocator) &&
+           result;
   result = marshalCollection(contents, Keys::STR_ADDRESS_ASSIGNMENTS(), block.getAddrAssigns(), allocator) &&
            result;
   addGroup(Keys::STR_CONTENTS(), contents);
@@ -227,6 +233,44 @@ bool HABMJsonWriter::marshal(HABMGeneric const& generic, Value& object, Allocato
 
 bool HABMJsonWriter::marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const {
   return marshalValueObject(parameter, object, allocator);
+}
+
+bool HABMJsonWriter::marshal(HABMPort const& port, Value& object, Allocator& allocator) const {
+  Utils::AddStringProperty(object, Keys::STR_TYPE(), HABMPort::decodePortType(port.getPortType()), allocator);
+  Utils::AddStringProperty(object, Keys::STR_DIRECTION(),
+                           HABMPort::decodePortDirection(port.getPortDirection()), allocator);
+  if (!port.isWirePort()) {
+    // Unsigned, so that bounds above 2^31 keep their text; the reader takes them back through the low 32
+    // bits.
+    Value left(static_cast<unsigned>(port.getPortLeft()));
+    Utils::AddGenericValueProperty(object, Keys::STR_SIZE_LEFT(), left, allocator);
+    Value right(static_cast<unsigned>(port.getPortRight()));
+    Utils::AddGenericValueProperty(object, Keys::STR_SIZE_RIGHT(), right, allocator);
+  }
+  return marshalCollection(object, Keys::STR_ATTRIBUTES(), port.getAttributes(), allocator);
+}
+
+bool HABMJsonWriter::marshal(HABMPortConnection const& connection, Value& object,
+                             Allocator& allocator) const {
+  if (connection.getConnectionType() != HABMPortConnection::SOFT) {
+    Utils::AddStringProperty(object, Keys::STR_TYPE(),
+                             HABMPortConnection::decodeConnectionType(connection.getConnectionType()),
+                             allocator);
+  }
+  std::string const source = connection.getSourcePath(false);
+  if (!source.empty()) {
+    Utils::AddStringProperty(object, Keys::STR_SOURCE(), source, allocator);
+  }
+  std::set<std::string> const targets = connection.getTargetPaths(false);
+  if (!targets.empty()) {
+    Value array(rapidjson::kArrayType);
+    for (std::string const& target : targets) {
+      array.PushBack(Value(target.c_str(), static_cast<rapidjson::SizeType>(target.size()), allocator),
+                     allocator);
+    }
+    Utils::AddGenericValueProperty(object, Keys::STR_TARGETS(), array, allocator);
+  }
+  return true;
 }
 
 // Address objects. Defaults that the reader restores on its own ("both", "read_write", zero values) are

@@ -18,6 +18,8 @@ class HABMBlock;
 class HABMGeneric;
 class HABMMemoryMap;
 class HABMParameter;
+class HABMPort;
+class HABMPortConnection;
 class HABMRegister;
 class HABMRegisterField;
 
@@ -42,6 +44,8 @@ class HABMJsonWriter {
   bool marshal(HABMAttribute const& attribute, Value& object, Allocator& allocator) const;
   bool marshal(HABMGeneric const& generic, Value& object, Allocator& allocator) const;
   bool marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const;
+  bool marshal(HABMPort const& port, Value& object, Allocator& allocator) const;
+  bool marshal(HABMPortConnection const& connection, Value& object, Allocator& allocator) const;
   bool marshal(HABMAddrSpace const& space, Value& object, Allocator& allocator) const;
   bool marshal(HABMAddrSegment const& segment, Value& object, Allocator& allocator) const;
   bool marshal(HABMMemoryMap const& map, Value& object, Allocator& allocator) const;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "blockmodel/HABMChildList.h"
+#include "blockmodel/HABMChildRules.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMTrace.h"
 
@@ -15,7 +16,7 @@ namespace habm_detail {
 /// with the new child's path; null, silently, otherwise.
 template <class T, class Make>
 T* createNestedChild(HABMChildList<T>& list, std::string const& name, char const* created, Make&& make) {
-  if (name.empty() || HABMPath::has_separator(name) || list.has(name)) {
+  if (isRefusedName(name) || list.has(name)) {
     return nullptr;
   }
   T* child = list.append(std::unique_ptr<T>(make()));
@@ -40,7 +41,7 @@ template <class T, class Parent>
 bool checkNestedChildren(HABMChildList<T> const& list, Parent const* parent) {
   for (auto const& child : list.items()) {
     std::string const& name = child->getName();
-    if (child->getParent() != parent || name.empty() || HABMPath::has_separator(name)) {
+    if (child->getParent() != parent || isRefusedName(name)) {
       return false;
     }
   }

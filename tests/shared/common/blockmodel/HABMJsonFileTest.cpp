@@ -1,6 +1,8 @@
 // HABMJsonFileTest.cpp: block model files: round trips, the document frame and every failure path.
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMJsonReader.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMPortConnection.h"
 #include "isl/iostreams/filtering_stream.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
@@ -56,6 +58,19 @@ class HABMJsonFile : public ::testing::Test {
     cpu->createAttribute("quote\"and\\slash", "line\nbreak");
     cpu->createSubBlock("alu", "alu_impl", false)->createGeneric("N", "4");
     top->createSubBlock("mem", "ram", false);
+    HABMPort* clk = top->createPort("clk", false);
+    clk->setPortType(HABMPort::TYPE_WIRE);
+    clk->createAttribute("MARK_DEBUG", "true");
+    HABMPort* data = cpu->createPort("data", false);
+    data->setPortDirection(HABMPort::DIR_OUT);
+    data->setPortLeft(31);
+    HABMPort* wide = cpu->createPort("wide", false);
+    wide->setPortDirection(HABMPort::DIR_PHANTOM);
+    wide->setPortRight(4000000000U);
+    cpu->createPort("clk", false)->setPortType(HABMPort::TYPE_WIRE);
+    top->createPortConnection("clk", {"cpu/clk"}, false)->setConnectionType(HABMPortConnection::HARD);
+    top->createPortConnection("cpu/data", {"cpu/wide", "clk"}, true);
+    top->createPortConnection("dangling", false)->setSourcePath("gone/p");
     return top;
   }
 
@@ -91,6 +106,40 @@ TEST_F(HABMJsonFile, DocumentFrameAndMemberOrder) {
   EXPECT_EQ(
       bytes(path("g.bm")),
       R"({"schema":"tessel:schema:block_model:1.0","top_block":{"module_name":"bare","transparent":false}})");
+}
+
+TEST_F(HABMJsonFile, PortsAndPortConnectionsKeepOnlyWhatDiffersFromTheirDefaults) {
+  auto top = HABMBlock::createTopBlock("m");
+  top->createPort("w", false)->setPortType(HABMPort::TYPE_WIRE);
+  top->createPort("v", false)->setPortLeft(7);
+  top->createSubBlock("u", "n", false)->createPort("i", false);
+  top->createPortConnection("v", {"u/i"}, false);
+  top->createPortConnection("empty", false);
+  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("f.bm")), *top, false));
+  EXPECT_EQ(bytes(path("f.bm")),
+            R"({"schema":"tessel:schema:block_model:1.0","top_block":{"module_name":"m","boundary":{"ports":)"
+            R"({"w":{"type":"wire","direction":"in"},"v":{"type":"vector","direction":"in","size_left":7,)"
+            R"("size_right":0}}},"contents":{"sub_blocks":{"u":{"module_name":"n","boundary":{"ports":{"i":)"
+            R"({"type":"vector","direction":"in","size_left":0,"size_right":0}}}}},"port_connections":)"
+            R"({"port_connection_0":{"source":"v","targets":["u/i"]}}}}})");
+}
+
+TEST_F(HABMJsonFile, BadPortsAndTargetsFailTheReadButLoseNothingElse) {
+  put(path("p.bm"), R"({"top_block":{"module_name":"m","boundary":{"ports":{"a":{"type":"wire"},)"
+                    R"("b":{"type":"vector","direction":"OUT","size_left":3}}}}})");
+  auto top = HABMBlock::createTopBlock("m");
+  EXPECT_FALSE(HABMJsonReader::readBlock(HUTFile(path("p.bm")), *top, HABMJsonReader::MODE_REPLACE));
+  ASSERT_NE(top->getPort("b"), nullptr);
+  EXPECT_EQ(top->getPort("b")->getPortDirection(), HABMPort::DIR_OUT);
+  EXPECT_EQ(top->getPort("b")->getPortWidth(), 4U);
+  auto sub = HABMBlock::createTopBlock("m");
+  HABMBlock* u = sub->createSubBlock("u", "n", false);
+  put(path("c.bm"), R"({"top_block":{"module_name":"n","contents":{"port_connections":)"
+                    R"({"n":{"source":"/elsewhere/p","targets":["a",1,"/u/b"]},"t":{"targets":"a"}}}}})");
+  EXPECT_FALSE(HABMJsonReader::readBlock(HUTFile(path("c.bm")), *u, HABMJsonReader::MODE_REPLACE));
+  ASSERT_EQ(u->getPortConnections().size(), 2U);
+  EXPECT_EQ(u->getPortConnection("n")->getSourcePath(false), "");
+  EXPECT_EQ(u->getPortConnection("n")->getTargetPaths(false), (std::set<std::string>{"a", "b"}));
 }
 
 TEST_F(HABMJsonFile, PrettyTextNeedsTheParameterAndTheHostQueryOnlyPicksTheStream) {

@@ -11,6 +11,8 @@
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMPortConnection.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 
@@ -151,6 +153,28 @@ inline void expectSameTree(HABMBlock const& a, HABMBlock const& b) {
   expectSameValues(a.getAttributes(), b.getAttributes(), where + " attributes");
   expectSameValues(a.getGenerics(), b.getGenerics(), where + " generics");
   expectSameValues(a.getParameters(), b.getParameters(), where + " parameters");
+  auto const portsA = a.getPorts();
+  auto const portsB = b.getPorts();
+  ASSERT_EQ(portsA.size(), portsB.size()) << where;
+  for (std::size_t i = 0; i < portsA.size(); ++i) {
+    HABMPort const& pa = *portsA[i];
+    HABMPort const& pb = *portsB[i];
+    EXPECT_EQ(pa.getPortName(), pb.getPortName()) << where;
+    EXPECT_EQ(pa.getPortType(), pb.getPortType()) << pa.getPortPath();
+    EXPECT_EQ(pa.getPortDirection(), pb.getPortDirection()) << pa.getPortPath();
+    EXPECT_EQ(pa.getPortLeft(), pb.getPortLeft()) << pa.getPortPath();
+    EXPECT_EQ(pa.getPortRight(), pb.getPortRight()) << pa.getPortPath();
+    expectSameValues(pa.getAttributes(), pb.getAttributes(), pa.getPortPath() + " attributes");
+  }
+  auto const netsA = a.getPortConnections();
+  auto const netsB = b.getPortConnections();
+  ASSERT_EQ(netsA.size(), netsB.size()) << where;
+  for (std::size_t i = 0; i < netsA.size(); ++i) {
+    EXPECT_EQ(netsA[i]->getName(), netsB[i]->getName()) << where;
+    EXPECT_EQ(netsA[i]->getConnectionType(), netsB[i]->getConnectionType()) << netsA[i]->getPath();
+    EXPECT_EQ(netsA[i]->getSourcePath(false), netsB[i]->getSourcePath(false)) << netsA[i]->getPath();
+    EXPECT_EQ(netsA[i]->getTargetPaths(false), netsB[i]->getTargetPaths(false)) << netsA[i]->getPath();
+  }
   expectSameAddrObjects(a, b);
   auto const subsA = a.getSubBlocks();
   auto const subsB = b.getSubBlocks();

@@ -26,6 +26,8 @@ class PendingFile;
 class xp_autodetect {
  public:
   explicit xp_autodetect(std::ios_base::openmode mode = std::ios_base::binary) : mode_(mode) {}
+  /// The mode the policy was made with; files are always opened as bytes.
+  std::ios_base::openmode openMode() const { return mode_; }
   void operator()(std::string const& path, filtering_stream<input>& stream) const;
   void operator()(std::string const& path, filtering_stream<output>& stream) const;
 
@@ -43,6 +45,8 @@ class xp_version18 {
 class xp_latest : public xp_version18 {
  public:
   explicit xp_latest(int openMode) : openMode_(openMode) {}
+  /// The mode the policy was made with; files are always opened as bytes.
+  int openMode() const { return openMode_; }
 
  private:
   int openMode_;

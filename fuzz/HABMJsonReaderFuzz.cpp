@@ -1,0 +1,54 @@
+// HABMJsonReaderFuzz.cpp: feeds arbitrary bytes to the block model reader. Whatever reads must write,
+// read back and write again to the same bytes.
+#include "blockmodel/HABMBlock.h"
+#include "util/HUTFile.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+std::string scratch(char const* name) {
+  static std::string const dir = [] {
+    std::filesystem::path base = std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp";
+    auto const d = base / ("mz_fuzz_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(d);
+    return d.string();
+  }();
+  return dir + "/" + name;
+}
+
+std::string slurp(std::string const& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
+  std::string const input = scratch("input.bm");
+  {
+    std::ofstream out(input, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<char const*>(data), static_cast<std::streamsize>(size));
+  }
+  auto const block = HABMBlock::readTopBlock(HUTFile(input));
+  if (!block) {
+    return 0;
+  }
+  std::string const first = scratch("first.bm");
+  std::string const second = scratch("second.bm");
+  if (!HABMBlock::writeTopBlock(HUTFile(first), *block, true)) {
+    __builtin_trap();
+  }
+  auto const again = HABMBlock::readTopBlock(HUTFile(first));
+  if (!again || !HABMBlock::writeTopBlock(HUTFile(second), *again, true) || slurp(first) != slurp(second)) {
+    __builtin_trap();
+  }
+  return 0;
+}

@@ -1,0 +1,236 @@
+// HABMPort.cpp: port values and their texts, port attributes, and the walks to connections and interfaces.
+#include "blockmodel/HABMPort.h"
+
+#include "blockmodel/HABMAttribute.h"
+#include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMChildRules.h"
+#include "blockmodel/HABMPath.h"
+#include "blockmodel/HABMPortConnection.h"
+
+// Bus interfaces live in their own classes; until the library has them a block has no interface, and
+// the walk below has nothing to look at.
+#if __has_include("blockmodel/HABMInterface.h")
+#include "blockmodel/HABMInterface.h"
+#define HABM_PORT_HAS_INTERFACES 1
+#endif
+
+#include <boost/algorithm/string/case_conv.hpp>
+
+#include <utility>
+
+using habm_detail::ChildTexts;
+using habm_detail::TRACE_BLOCK;
+using habm_detail::TRACE_CHILD;
+
+std::string const& HABMChildName<HABMPort>::of(HABMPort const& port) {
+  return port.getPortName();
+}
+
+std::string habm_detail::childOwnerPath(HABMPort const& port) {
+  return port.getPortPath();
+}
+
+namespace {
+
+// The second conversion of the remove text is malformed; the message manager prints what it can.
+constexpr ChildTexts kPortAttributeTexts{
+    "Created attribute '%s' on port '%s'.\n",  TRACE_CHILD, "Failed to create attribute '%s' on port '%s'.\n",
+    "Removed attribute '%s' from port '%'.\n", TRACE_CHILD, nullptr};
+
+struct DirectionText {
+  HABMPort::PortDirection direction;
+  char const* text;
+  char const* shortText;  // the one-letter form read from files and commands, or null
+};
+
+// DIR_UNKNOWN has no text: it is what every other text reads as.
+constexpr DirectionText kDirectionTexts[] = {{HABMPort::DIR_IN, "in", "i"},
+                                             {HABMPort::DIR_OUT, "out", "o"},
+                                             {HABMPort::DIR_INOUT, "inout", "io"},
+                                             {HABMPort::DIR_PHANTOM, "phantom", nullptr}};
+
+struct TypeText {
+  HABMPort::PortType type;
+  char const* text;
+};
+
+// TYPE_UNKNOWN has no text: it is what every other text reads as.
+constexpr TypeText kTypeTexts[] = {{HABMPort::TYPE_WIRE, "wire"}, {HABMPort::TYPE_VECTOR, "vector"}};
+
+}  // namespace
+
+HABMPort::HABMPort(HABMBlock const& parent, std::string name) : parent_(parent), name_(std::move(name)) {}
+
+HABMPort::~HABMPort() = default;
+
+void HABMPort::setPortType(PortType const& portType) {
+  portType_ = portType;
+  if (portType_ == TYPE_WIRE) {
+    portLeft_ = 0;
+    portRight_ = 0;
+  }
+}
+
+std::string HABMPort::getPortPath() const {
+  return HABMPath::terminate(parent_.getInstancePath()) + name_;
+}
+
+std::string HABMPort::getPortRange() const {
+  return std::to_string(portLeft_) + ":" + std::to_string(portRight_);
+}
+
+std::uint64_t HABMPort::getPortWidth() const {
+  // 64 bits, so that the full 32-bit range (0:4294967295) has its true width.
+  std::uint64_t const high = portLeft_ > portRight_ ? portLeft_ : portRight_;
+  std::uint64_t const low = portLeft_ > portRight_ ? portRight_ : portLeft_;
+  return high - low + 1;
+}
+
+HABMPort::PortDirection HABMPort::encodePortDirection(std::string text) {
+  boost::algorithm::to_lower(text);
+  for (auto const& entry : kDirectionTexts) {
+    if (text == entry.text || (entry.shortText != nullptr && text == entry.shortText)) {
+      return entry.direction;
+    }
+  }
+  return DIR_UNKNOWN;
+}
+
+std::string HABMPort::decodePortDirection(PortDirection const& direction) {
+  for (auto const& entry : kDirectionTexts) {
+    if (entry.direction == direction) {
+      return entry.text;
+    }
+  }
+  return std::string();
+}
+
+HABMPort::PortType HABMPort::encodePortType(std::string text) {
+  boost::algorithm::to_lower(text);
+  for (auto const& entry : kTypeTexts) {
+    if (text == entry.text) {
+      return entry.type;
+    }
+  }
+  return TYPE_UNKNOWN;
+}
+
+std::string HABMPort::decodePortType(PortType const& type) {
+  for (auto const& entry : kTypeTexts) {
+    if (entry.type == type) {
+      return entry.text;
+    }
+  }
+  return std::string();
+}
+
+// Attributes.
+
+HABMAttribute* HABMPort::createAttribute(std::string const& name, std::string const& value) {
+  return habm_detail::createChild(
+      *this, attributes_, kPortAttributeTexts, name, false,
+      [&](std::string const& n) { return std::make_unique<HABMAttribute>(n, value); });
+}
+HABMAttribute* HABMPort::getAttribute(std::string const& name) const {
+  return attributes_.get(name);
+}
+std::vector<HABMAttribute*> HABMPort::getAttributes() const {
+  return attributes_.list();
+}
+bool HABMPort::hasAttributes() const {
+  return !attributes_.empty();
+}
+bool HABMPort::removeAttribute(std::string const& name) {
+  return habm_detail::removeChild(*this, attributes_, kPortAttributeTexts, name);
+}
+void HABMPort::clearAttributes() {
+  attributes_.clear();
+}
+
+void HABMPort::clone(HABMPort const& source) {
+  if (&source == this) {
+    return;
+  }
+  name_ = source.name_;
+  portType_ = source.portType_;
+  portDirection_ = source.portDirection_;
+  portLeft_ = source.portLeft_;
+  portRight_ = source.portRight_;
+  clearAttributes();
+  for (HABMAttribute const* attribute : source.getAttributes()) {
+    createAttribute(attribute->getName(), attribute->getValue());
+  }
+}
+
+// Connections.
+
+void HABMPort::getConnections(std::vector<HABMPortConnection*>& sources,
+                              std::vector<HABMPortConnection*>& targets) const {
+  sources.clear();
+  targets.clear();
+  // A net on a port is drawn inside its block or in the block above; no other block can hold one.
+  for (HABMBlock const* block : {&parent_, parent_.getParent()}) {
+    if (block == nullptr) {
+      continue;
+    }
+    for (HABMPortConnection* connection : block->getPortConnections()) {
+      if (connection->sourceIs(*this)) {
+        targets.push_back(connection);
+      }
+      for (std::size_t n = connection->targetCount(*this); n > 0; --n) {
+        sources.push_back(connection);
+      }
+    }
+  }
+}
+
+HABMPortConnection* HABMPort::getSourceConnection() const {
+  std::vector<HABMPortConnection*> sources;
+  std::vector<HABMPortConnection*> targets;
+  getConnections(sources, targets);
+  return sources.empty() ? nullptr : sources.front();
+}
+
+HABMPortConnection* HABMPort::getTargetConnection() const {
+  auto const targets = getTargetConnections();
+  return targets.empty() ? nullptr : targets.front();
+}
+
+std::vector<HABMPortConnection*> HABMPort::getTargetConnections() const {
+  std::vector<HABMPortConnection*> sources;
+  std::vector<HABMPortConnection*> targets;
+  getConnections(sources, targets);
+  return targets;
+}
+
+bool HABMPort::hasConnections() const {
+  std::vector<HABMPortConnection*> sources;
+  std::vector<HABMPortConnection*> targets;
+  getConnections(sources, targets);
+  return !sources.empty() || !targets.empty();
+}
+
+// Interfaces.
+
+std::vector<HABMInterface*> HABMPort::getParentInterfaces() const {
+  std::vector<HABMInterface*> out;
+#ifdef HABM_PORT_HAS_INTERFACES
+  for (HABMInterface* iface : parent_.getInterfaces()) {
+    if (!iface->getPortMapsByPhyName(name_).empty()) {
+      out.push_back(iface);
+    }
+  }
+#endif
+  return out;
+}
+
+bool HABMPort::hasParentInterface() const {
+#ifdef HABM_PORT_HAS_INTERFACES
+  for (HABMInterface const* iface : parent_.getInterfaces()) {
+    if (!iface->getPortMapsByPhyName(name_).empty()) {
+      return true;
+    }
+  }
+#endif
+  return false;
+}
