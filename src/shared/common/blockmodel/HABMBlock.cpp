@@ -6,8 +6,11 @@
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
+#include "blockmodel/HABMBridge.h"
 #include "blockmodel/HABMChildRules.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMJsonReader.h"
 #include "blockmodel/HABMJsonWriter.h"
 #include "blockmodel/HABMMemoryMap.h"
@@ -89,6 +92,21 @@ constexpr ChildTexts kMemoryMapTexts{"Created memory map '%s' on block '%s'.\n",
                                      "Removed memory map '%s' from block '%s'.\n",
                                      TRACE_CHILD,
                                      nullptr};
+constexpr ChildTexts kInterfaceTexts{"Created interface '%s' on block '%s'.\n",
+                                     TRACE_CHILD,
+                                     "Failed to create interface '%s' on block '%s'.\n",
+                                     "Removed interface '%s' from block '%s'.\n",
+                                     TRACE_CHILD,
+                                     "interface_%d"};
+constexpr ChildTexts kBridgeTexts{
+    "Created bridge '%s' on block '%s'.\n",   TRACE_CHILD, "Failed to create bridge '%s' on block '%s'.\n",
+    "Removed bridge '%s' from block '%s'.\n", TRACE_CHILD, "bridge_%d"};
+constexpr ChildTexts kInterfaceConnectionTexts{"Created interface connection '%s' on block '%s'.\n",
+                                               TRACE_CHILD,
+                                               "Failed to create interface connection '%s' on block '%s'.\n",
+                                               "Removed interface connection '%s' from block '%s'.\n",
+                                               TRACE_CHILD,
+                                               "interface_connection_%d"};
 constexpr ChildTexts kAddrAssignTexts{
     "Created address assignment '%s' on block '%s'.\n",   TRACE_CHILD, nullptr,
     "Removed address assignment '%s' from block '%s'.\n", TRACE_CHILD, "assignment_%d"};
@@ -746,7 +764,7 @@ bool HABMBlock::check() const {
   for (auto const* connection : portConnections_.list()) {
     ok = ok && &connection->getParent() == this;
   }
-  ok = ok && checkAddrMaps();
+  ok = ok && checkAddrMaps() && checkInterfaces();
   for (auto const& sub : subBlocks_.items()) {
     ok = ok && sub->parent_ == this && sub->check();
   }
@@ -856,4 +874,153 @@ std::vector<HABMPortConnection*> HABMBlock::findPortConnections(std::string cons
       *this, pattern, recursive, [](HABMBlock const& b) { return b.getPortConnections(); },
       [](HABMPortConnection const& c) { return c.getPath(); }, out);
   return out;
+}
+
+// Bus interfaces, bridges and interface connections.
+
+std::string const& HABMChildName<HABMInterface>::of(HABMInterface const& iface) {
+  return iface.getInterfaceName();
+}
+
+HABMInterface* HABMBlock::createInterface(std::string const& name, bool const& force) {
+  return createChild(*this, interfaces_, kInterfaceTexts, name, force, [&](std::string const& n) {
+    return std::unique_ptr<HABMInterface>(new HABMInterface(*this, n));
+  });
+}
+HABMInterface* HABMBlock::getInterface(std::string const& name) const {
+  return interfaces_.get(name);
+}
+std::vector<HABMInterface*> HABMBlock::getInterfaces() const {
+  return interfaces_.list();
+}
+bool HABMBlock::hasInterfaces() const {
+  return !interfaces_.empty();
+}
+bool HABMBlock::removeInterface(std::string const& name) {
+  return removeChild(*this, interfaces_, kInterfaceTexts, name);
+}
+void HABMBlock::clearInterfaces() {
+  interfaces_.clear();
+}
+HABMInterface* HABMBlock::findInterface(std::string const& path, bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getInterface);
+}
+std::vector<HABMInterface*> HABMBlock::findInterfaces(std::string const& pattern,
+                                                      bool const& recursive) const {
+  std::vector<HABMInterface*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getInterfaces(); },
+      [](HABMInterface const& i) { return i.getInterfacePath(); }, out);
+  return out;
+}
+
+HABMBridge* HABMBlock::createBridge(std::string const& name) {
+  return createChild(*this, bridges_, kBridgeTexts, name, false, [&](std::string const& n) {
+    return std::unique_ptr<HABMBridge>(new HABMBridge(this, n));
+  });
+}
+
+HABMBridge* HABMBlock::createBridge(std::string const& source, std::string const& target) {
+  HABMBridge* bridge = HABMBridge::canBridge(*this, source, target) ? createBridge(std::string()) : nullptr;
+  if (bridge == nullptr) {
+    HABM_TRACE(TRACE_BLOCK,
+               "Failed to create bridge from source interface '%s' to target interface '%s' on block '%s'.\n",
+               source.c_str(), target.c_str(), getInstancePath().c_str());
+    return nullptr;
+  }
+  bridge->setSourceName(source);
+  bridge->setTargetName(target);
+  HABM_TRACE(TRACE_BLOCK, "Connected bridge '%s' from source interface '%s' to target interface '%s'.\n",
+             bridge->getPath().c_str(), bridge->getSourcePath(true).c_str(),
+             bridge->getTargetPath(true).c_str());
+  return bridge;
+}
+
+HABMBridge* HABMBlock::getBridge(std::string const& name) const {
+  return bridges_.get(name);
+}
+std::vector<HABMBridge*> HABMBlock::getBridges() const {
+  return bridges_.list();
+}
+bool HABMBlock::hasBridges() const {
+  return !bridges_.empty();
+}
+bool HABMBlock::removeBridge(std::string const& name) {
+  return removeChild(*this, bridges_, kBridgeTexts, name);
+}
+void HABMBlock::clearBridges() {
+  bridges_.clear();
+}
+
+HABMInterfaceConnection* HABMBlock::createInterfaceConnection(std::string const& name, bool const& force) {
+  return createChild(*this, interfaceConnections_, kInterfaceConnectionTexts, name, force,
+                     [&](std::string const& n) {
+                       return std::unique_ptr<HABMInterfaceConnection>(
+                           new HABMInterfaceConnection(this, n, HABMPortConnection::SOFT));
+                     });
+}
+
+HABMInterfaceConnection* HABMBlock::createInterfaceConnection(std::string const& source,
+                                                              std::string const& target, bool const& force) {
+  HABMInterfaceConnection* connection = nullptr;
+  if (force || HABMInterfaceConnection::canConnect(*this, source, target)) {
+    connection = createInterfaceConnection(std::string(), force);
+  }
+  if (connection == nullptr) {
+    HABM_TRACE(TRACE_BLOCK,
+               "Failed to create interface connection from source interface '%s' to target interface '%s' on "
+               "block '%s'.\n",
+               source.c_str(), target.c_str(), getInstancePath().c_str());
+    return nullptr;
+  }
+  connection->setSourcePath(source);
+  connection->setTargetPath(target);
+  HABM_TRACE(TRACE_CHILD,
+             "Connected interface connection '%s' from source interface '%s' to target interface '%s'.\n",
+             connection->getPath().c_str(), connection->getSourcePath(true).c_str(),
+             connection->getTargetPath(true).c_str());
+  return connection;
+}
+
+HABMInterfaceConnection* HABMBlock::getInterfaceConnection(std::string const& name) const {
+  return interfaceConnections_.get(name);
+}
+std::vector<HABMInterfaceConnection*> HABMBlock::getInterfaceConnections() const {
+  return interfaceConnections_.list();
+}
+bool HABMBlock::hasInterfaceConnections() const {
+  return !interfaceConnections_.empty();
+}
+bool HABMBlock::removeInterfaceConnection(std::string const& name) {
+  return removeChild(*this, interfaceConnections_, kInterfaceConnectionTexts, name);
+}
+void HABMBlock::clearInterfaceConnections() {
+  interfaceConnections_.clear();
+}
+HABMInterfaceConnection* HABMBlock::findInterfaceConnection(std::string const& path,
+                                                            bool const& recursive) const {
+  return findChild(*this, path, recursive, &HABMBlock::getInterfaceConnection);
+}
+std::vector<HABMInterfaceConnection*> HABMBlock::findInterfaceConnections(std::string const& pattern,
+                                                                          bool const& recursive) const {
+  std::vector<HABMInterfaceConnection*> out;
+  findChildren(
+      *this, pattern, recursive, [](HABMBlock const& b) { return b.getInterfaceConnections(); },
+      [](HABMInterfaceConnection const& c) { return c.getPath(); }, out);
+  return out;
+}
+
+bool HABMBlock::checkInterfaces() const {
+  bool ok = interfaces_.checkIndex() && bridges_.checkIndex() && interfaceConnections_.checkIndex() &&
+            namesAreValid(interfaces_) && namesAreValid(bridges_) && namesAreValid(interfaceConnections_);
+  for (auto const& iface : interfaces_.items()) {
+    ok = ok && &iface->getParent() == this && iface->check();
+  }
+  for (auto const& bridge : bridges_.items()) {
+    ok = ok && bridge->getParent() == this;
+  }
+  for (auto const& connection : interfaceConnections_.items()) {
+    ok = ok && connection->getParent() == this;
+  }
+  return ok;
 }

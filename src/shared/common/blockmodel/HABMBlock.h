@@ -20,7 +20,10 @@ class HABMRegister;
 
 class HABMAttribute;
 class HABMBlock;
+class HABMBridge;
 class HABMGeneric;
+class HABMInterface;
+class HABMInterfaceConnection;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
@@ -36,6 +39,12 @@ struct HABMChildName<HABMBlock> {
 template <>
 struct HABMChildName<HABMPort> {
   static std::string const& of(HABMPort const& port);
+};
+
+/// Interfaces are named by their interface name.
+template <>
+struct HABMChildName<HABMInterface> {
+  static std::string const& of(HABMInterface const& iface);
 };
 
 /// A block is at once a module (module name, VLNV, boundary) and one instance of it (instance name, place
@@ -370,6 +379,79 @@ class HABMBlock : public HATAttrObj {
   /// Leaves the block as it is: memory maps come only from createMemoryMap and the file reader.
   void inferMemoryMaps();
 
+  // Bus interfaces, bridges and interface connections. Interfaces and bridges sit on the boundary;
+  // interface connections are drawn inside and hold paths relative to this block.
+
+  /// Appends an interface, named "interface_N" when `name` is empty; null for a name with "/" or (unless
+  /// `force`) a taken name. The block owns the result.
+  HABMInterface* createInterface(std::string const& name, bool const& force);
+  /// The first interface of that exact name, or null.
+  HABMInterface* getInterface(std::string const& name) const;
+  /// The interfaces in creation order; the block keeps ownership.
+  std::vector<HABMInterface*> getInterfaces() const;
+  /// True when the block has an interface.
+  bool hasInterfaces() const;
+  /// Destroys the first interface of that name; false when there is none. Links naming it stay.
+  bool removeInterface(std::string const& name);
+  /// Destroys every interface, silently.
+  void clearInterfaces();
+  /// The interface at "name" or "sub/path/name" from this block, or null.
+  HABMInterface* findInterface(std::string const& path, bool const& recursive) const;
+  /// Interfaces whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMInterface*> findInterfaces(std::string const& pattern, bool const& recursive) const;
+
+  /// Appends a bridge, named "bridge_N" when `name` is empty; null for a name with "/" or a taken name.
+  HABMBridge* createBridge(std::string const& name);
+  /// Bridges the block's interface `source` to its interface `target` under an automatic name after
+  /// HABMBridge::canBridge; null when refused.
+  HABMBridge* createBridge(std::string const& source, std::string const& target);
+  /// The first bridge of that exact name, or null.
+  HABMBridge* getBridge(std::string const& name) const;
+  /// The bridges in creation order; the block keeps ownership.
+  std::vector<HABMBridge*> getBridges() const;
+  /// True when the block has a bridge.
+  bool hasBridges() const;
+  /// Destroys the first bridge of that name; false when there is none.
+  bool removeBridge(std::string const& name);
+  /// Destroys every bridge, silently.
+  void clearBridges();
+
+  /// Appends an unconnected interface connection, named "interface_connection_N" when `name` is empty;
+  /// null for a name with "/" or (unless `force`) a taken name.
+  HABMInterfaceConnection* createInterfaceConnection(std::string const& name, bool const& force);
+  /// Connects `source` to `target` under an automatic name after HABMInterfaceConnection::canConnect
+  /// (skipped with `force`); null when refused.
+  HABMInterfaceConnection* createInterfaceConnection(std::string const& source, std::string const& target,
+                                                     bool const& force);
+  /// The first interface connection of that exact name, or null.
+  HABMInterfaceConnection* getInterfaceConnection(std::string const& name) const;
+  /// The interface connections in creation order; the block keeps ownership.
+  std::vector<HABMInterfaceConnection*> getInterfaceConnections() const;
+  /// True when the block has an interface connection.
+  bool hasInterfaceConnections() const;
+  /// Destroys the first interface connection of that name; false when there is none.
+  bool removeInterfaceConnection(std::string const& name);
+  /// Destroys every interface connection, silently.
+  void clearInterfaceConnections();
+  /// The interface connection at "name" or "sub/path/name" from this block, or null.
+  HABMInterfaceConnection* findInterfaceConnection(std::string const& path, bool const& recursive) const;
+  /// Interface connections whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMInterfaceConnection*> findInterfaceConnections(std::string const& pattern,
+                                                                 bool const& recursive) const;
+
+  /// Rebuilds this block's bus view from HDL attributes: interfaces, then interface connections, then
+  /// the NoC interfaces derived from them. Does nothing on a block with OV_MODULE_SPEC; sub-blocks are
+  /// not visited.
+  void inferAbstractions();
+  /// Replaces every interface by those the ports' OV_INTERFACE_... attributes describe, in name order,
+  /// and removes the attributes it read from the ports.
+  void inferInterfaces();
+  /// Replaces every interface connection by one per pair of interfaces that share a net of this block,
+  /// ordered by the two interface paths.
+  void inferInterfaceConnections();
+
   /// Walks the subtree and says whether its invariants hold: parents point back, child names are valid,
   /// name indexes agree with their containers. For tests; never called by the library.
   bool check() const;
@@ -402,4 +484,10 @@ class HABMBlock : public HATAttrObj {
   HABMChildList<HABMAddrSpace> addrSpaces_;
   HABMChildList<HABMMemoryMap> memoryMaps_;
   HABMChildList<HABMAddrAssign> addrAssigns_;
+
+  // The bus objects; declared apart so that their invariants are checked in one place.
+  bool checkInterfaces() const;
+  HABMChildList<HABMInterface> interfaces_;
+  HABMChildList<HABMBridge> bridges_;
+  HABMChildList<HABMInterfaceConnection> interfaceConnections_;
 };

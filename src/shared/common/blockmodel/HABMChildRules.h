@@ -9,6 +9,7 @@
 #include <string>
 
 class HABMBlock;
+class HABMInterface;
 class HABMPort;
 
 namespace habm_detail {
@@ -30,6 +31,8 @@ struct ChildTexts {
 std::string childOwnerPath(HABMBlock const& block);
 /// The owner's path as the traces print it; one overload per kind of owner.
 std::string childOwnerPath(HABMPort const& port);
+/// The owner's path as the traces print it; one overload per kind of owner.
+std::string childOwnerPath(HABMInterface const& iface);
 
 /// An empty name and a name with the separator are never accepted.
 inline bool isRefusedName(std::string const& name) {

@@ -4,15 +4,9 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMChildRules.h"
+#include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMPortConnection.h"
-
-// Bus interfaces live in their own classes; until the library has them a block has no interface, and
-// the walk below has nothing to look at.
-#if __has_include("blockmodel/HABMInterface.h")
-#include "blockmodel/HABMInterface.h"
-#define HABM_PORT_HAS_INTERFACES 1
-#endif
 
 #include <boost/algorithm/string/case_conv.hpp>
 
@@ -214,23 +208,19 @@ bool HABMPort::hasConnections() const {
 
 std::vector<HABMInterface*> HABMPort::getParentInterfaces() const {
   std::vector<HABMInterface*> out;
-#ifdef HABM_PORT_HAS_INTERFACES
   for (HABMInterface* iface : parent_.getInterfaces()) {
     if (!iface->getPortMapsByPhyName(name_).empty()) {
       out.push_back(iface);
     }
   }
-#endif
   return out;
 }
 
 bool HABMPort::hasParentInterface() const {
-#ifdef HABM_PORT_HAS_INTERFACES
   for (HABMInterface const* iface : parent_.getInterfaces()) {
     if (!iface->getPortMapsByPhyName(name_).empty()) {
       return true;
     }
   }
-#endif
   return false;
 }

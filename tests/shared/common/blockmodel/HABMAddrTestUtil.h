@@ -1,4 +1,4 @@
-// HABMAddrTestUtil.h: test access to the private copy steps of the address objects, and a design that
+// HABMAddrTestUtil.h: test access to the private copy steps of the address and bus objects, and a design that
 // sets every field of every address class away from its default.
 #pragma once
 
@@ -7,6 +7,9 @@
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMRegister.h"
@@ -26,6 +29,9 @@ struct HABMTestPeer {
   static void clone(HABMAddrSpace& to, HABMAddrSpace const& from) { to.clone(from); }
   static void clone(HABMMemoryMap& to, HABMMemoryMap const& from) { to.clone(from); }
   static void clone(HABMAddrAssign& to, HABMAddrAssign const& from) { to.clone(from); }
+  static void clone(HABMInterface& to, HABMInterface const& from) { to.clone(from); }
+  static void clone(HABMBridge& to, HABMBridge const& from) { to.clone(from); }
+  static void clone(HABMInterfaceConnection& to, HABMInterfaceConnection const& from) { to.clone(from); }
 };
 
 namespace habm_test {

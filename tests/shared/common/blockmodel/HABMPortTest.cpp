@@ -3,6 +3,7 @@
 
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMPortConnection.h"
 #include "msg/ComMsgMgr.h"
 
@@ -324,6 +325,21 @@ TEST_F(HABMPortTree, SameNamedPortsElsewhereDoNotMatch) {
 TEST_F(HABMPortTree, ParentInterfacesAreEmptyWithoutInterfaces) {
   EXPECT_TRUE(clk_->getParentInterfaces().empty());
   EXPECT_FALSE(clk_->hasParentInterface());
+}
+
+TEST_F(HABMPortTree, ParentInterfacesListEachMappingInterfaceOnce) {
+  HABMInterface* a = top_->createInterface("a", false);
+  HABMInterface* b = top_->createInterface("b", false);
+  HABMInterface* c = top_->createInterface("c", false);
+  a->createPortMap("CLK", "clk");
+  a->createPortMap("ACLK", "clk");  // two maps on one port count once
+  b->createPortMap("RST", "rst");
+  c->createPortMap("CLK", "clk");
+  u0_->createInterface("a", false)->createPortMap("CLK", "clk");  // another block's port of that name
+  EXPECT_EQ(clk_->getParentInterfaces(), (std::vector<HABMInterface*>{a, c}));
+  EXPECT_TRUE(clk_->hasParentInterface());
+  EXPECT_EQ(rst_->getParentInterfaces(), (std::vector<HABMInterface*>{b}));
+  EXPECT_FALSE(u2d_->hasParentInterface());
 }
 
 }  // namespace
