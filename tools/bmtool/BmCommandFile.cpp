@@ -1,5 +1,7 @@
 // BmCommandFile.cpp: "bmtool info", "convert" and "generate": block model files from the command line.
+#include "blockmodel/HABMAddrBlock.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMMemoryMap.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTFile.h"
 
@@ -29,6 +31,27 @@ std::vector<CountRow> const& countRows() {
       {"parameters", [](HABMBlock const& b) { return b.getParameters().size(); }},
       {"ports", [](HABMBlock const& b) { return b.getPorts().size(); }},
       {"port connections", [](HABMBlock const& b) { return b.getPortConnections().size(); }},
+      {"address spaces", [](HABMBlock const& b) { return b.getAddrSpaces().size(); }},
+      {"memory maps", [](HABMBlock const& b) { return b.getMemoryMaps().size(); }},
+      {"address blocks",
+       [](HABMBlock const& b) {
+         std::size_t n = 0;
+         for (HABMMemoryMap const* map : b.getMemoryMaps()) {
+           n += map->getAddrBlocks().size();
+         }
+         return n;
+       }},
+      {"registers",
+       [](HABMBlock const& b) {
+         std::size_t n = 0;
+         for (HABMMemoryMap const* map : b.getMemoryMaps()) {
+           for (HABMAddrBlock const* block : map->getAddrBlocks()) {
+             n += block->getRegisters().size();
+           }
+         }
+         return n;
+       }},
+      {"address assignments", [](HABMBlock const& b) { return b.getAddrAssigns().size(); }},
   };
   return rows;
 }

@@ -10,9 +10,6 @@
 
 #include <utility>
 
-HABMAttribute::HABMAttribute(std::string name, std::string value)
-    : name_(std::move(name)), value_(std::move(value)) {}
-
 #define HABM_ATTRIBUTE_NAME(function, text)      \
   std::string const& HABMAttribute::function() { \
     static std::string const name(text);         \

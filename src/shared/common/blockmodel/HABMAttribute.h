@@ -2,11 +2,13 @@
 // knows, and the text grammars of the bus-interface attributes.
 #pragma once
 
+#include "blockmodel/HABMNamedValue.h"
+
 #include <string>
 #include <vector>
 
 /// A name that never changes and a text value, set by an HDL source or a tool on a block or a port.
-class HABMAttribute {
+class HABMAttribute : public HABMNamedValue {
  public:
   /// One entry of OV_INTERFACE_INFO: "vlnv interface logical [extra0 extra1]".
   struct InterfaceInfo {
@@ -35,15 +37,8 @@ class HABMAttribute {
     std::string reference;
   };
 
-  /// An attribute with the given name and value; nothing is checked here (the owner's creator checks).
-  HABMAttribute(std::string name, std::string value);
-
-  /// The name, fixed at construction.
-  std::string const& getName() const { return name_; }
-  /// The value; may be empty.
-  std::string const& getValue() const { return value_; }
-  /// Replaces the value with any text, the empty text included; sends no message.
-  void setValue(std::string const& value) { value_ = value; }
+  /// An attribute with the given name and value.
+  HABMAttribute(std::string name, std::string value) : HABMNamedValue(std::move(name), std::move(value)) {}
 
   // Known attribute names; each returns a constant that lives for the whole process.
   static std::string const& BLACK_BOX();
@@ -107,8 +102,4 @@ class HABMAttribute {
   static InterfaceAddressing encodeInterfaceAddressing(std::string text);
   /// Writes the addressing; empty unless all three fields are set.
   static std::string decodeInterfaceAddressing(InterfaceAddressing const& addressing);
-
- private:
-  std::string name_;
-  std::string value_;
 };

@@ -1,22 +1,11 @@
 // HABMGeneric.h: an HDL generic of a block: a name and a text value.
 #pragma once
 
-#include <string>
+#include "blockmodel/HABMNamedValue.h"
 
-/// A name that never changes and a text value; an HDL generic of a block.
-class HABMGeneric {
+/// An HDL generic of a block.
+class HABMGeneric : public HABMNamedValue {
  public:
-  /// A generic with the given name and value; nothing is checked here (the owner's creator checks names).
-  HABMGeneric(std::string name, std::string value);
-
-  /// The name, fixed at construction.
-  std::string const& getName() const { return name_; }
-  /// The value; may be empty.
-  std::string const& getValue() const { return value_; }
-  /// Replaces the value with any text, the empty text included; sends no message.
-  void setValue(std::string const& value) { value_ = value; }
-
- private:
-  std::string name_;
-  std::string value_;
+  /// A generic with the given name and value.
+  HABMGeneric(std::string name, std::string value) : HABMNamedValue(std::move(name), std::move(value)) {}
 };

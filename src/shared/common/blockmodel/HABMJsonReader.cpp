@@ -23,6 +23,7 @@
 #include <rapidjson/reader.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <istream>
 
 namespace {
@@ -143,6 +144,13 @@ bool HABMJsonReader::unmarshal(std::istream& in, rapidjson::Document& document) 
   // The whole text is read first: parsing from memory is several times faster than through the
   // character-wise stream adapter.
   std::string text;
+  // The file's size is a good first guess for the text's (exact when it is not compressed): it saves
+  // the copies of a growing buffer.
+  std::error_code ec;
+  auto const size = std::filesystem::file_size(std::filesystem::path(file_.getPath()), ec);
+  if (!ec && size < (std::size_t{1} << 32)) {
+    text.reserve(static_cast<std::size_t>(size) + 1);
+  }
   char chunk[1 << 16];
   while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
     text.append(chunk, static_cast<std::size_t>(in.gcount()));

@@ -16,7 +16,6 @@
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
-#include "json/HCRapidJsonReadWriteUtils.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTEnv.h"
@@ -24,13 +23,54 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
+#include <cassert>
 #include <memory>
 #include <ostream>
 #include <set>
 
+// Where the members of the document go: the JSON text, emitted as the tree is walked. Building a
+// document in memory first would cost more than the text itself (RapidJSON gives every object room for
+// sixteen members) for nothing that the file shows.
+class HABMJsonWriter::Out {
+ public:
+  virtual ~Out() = default;
+  virtual void key(std::string const& k) = 0;
+  virtual void string(std::string const& s) = 0;
+  virtual void boolean(bool b) = 0;
+  virtual void integer(int i) = 0;
+  virtual void unsignedInteger(unsigned u) = 0;
+  virtual void startObject() = 0;
+  virtual void startArray() = 0;
+  virtual void endArray() = 0;
+  /// Ends an object; the number of members it got.
+  virtual std::size_t endObject() = 0;
+  /// Whether every token went out.
+  virtual bool ok() const = 0;
+
+  void member(std::string const& k, std::string const& v) {
+    key(k);
+    string(v);
+  }
+  void member(std::string const& k, bool v) {
+    key(k);
+    boolean(v);
+  }
+  void unsignedMember(std::string const& k, unsigned v) {
+    key(k);
+    unsignedInteger(v);
+  }
+  /// Addresses are written in their pretty hex form.
+  void address(std::string const& k, HABMAddrValue const& v) { member(k, v.getPrettyHexStringValue(0)); }
+  /// Bit counts and offsets are JSON integers, which the reader takes as int.
+  void count(std::string const& k, unsigned int v) {
+    key(k);
+    integer(static_cast<int>(v));
+  }
+};
+
 namespace {
 
-using Utils = HCRapidJsonReadWriteUtils;
 using Keys = HABMJsonUtils;
 
 constexpr char kPrettyParam[] = "project.prettyBlockModelWriter";
@@ -58,26 +98,68 @@ class ChunkedOStream {
   char buffer_[1 << 16];
 };
 
+// The emitter over one of RapidJSON's writers, counting members per open object.
+template <class Writer>
+class WriterOut final : public HABMJsonWriter::Out {
+ public:
+  explicit WriterOut(ChunkedOStream& sink) : writer_(sink) {}
+  Writer& writer() { return writer_; }
+
+  void key(std::string const& k) override {
+    ++members_.back();
+    ok_ = writer_.Key(k.data(), static_cast<rapidjson::SizeType>(k.size()), true) && ok_;
+  }
+  void string(std::string const& s) override {
+    ok_ = writer_.String(s.data(), static_cast<rapidjson::SizeType>(s.size()), true) && ok_;
+  }
+  void boolean(bool b) override { ok_ = writer_.Bool(b) && ok_; }
+  void integer(int i) override { ok_ = writer_.Int(i) && ok_; }
+  void unsignedInteger(unsigned u) override { ok_ = writer_.Uint(u) && ok_; }
+  void startObject() override {
+    members_.push_back(0);
+    ok_ = writer_.StartObject() && ok_;
+  }
+  void startArray() override { ok_ = writer_.StartArray() && ok_; }
+  void endArray() override { ok_ = writer_.EndArray() && ok_; }
+  std::size_t endObject() override {
+    std::size_t const n = members_.back();
+    members_.pop_back();
+    ok_ = writer_.EndObject() && ok_;
+    return n;
+  }
+  bool ok() const override { return ok_ && writer_.IsComplete(); }
+
+ private:
+  Writer writer_;
+  std::vector<std::size_t> members_ = {0};
+  bool ok_ = true;
+};
+
 bool prettyParam() {
   return HPAParamMgr::getParamMgr().getValueIfExistAsBool(kPrettyParam, false);
 }
 
 template <class T>
-bool marshalValueObject(T const& item, rapidjson::Value& object,
-                        rapidjson::Document::AllocatorType& allocator) {
-  Utils::AddStringProperty(object, Keys::STR_VALUE(), item.getValue(), allocator);
+bool marshalValueObject(T const& item, HABMJsonWriter::Out& out) {
+  out.member(Keys::STR_VALUE(), item.getValue());
   return true;
 }
 
-void addAddress(rapidjson::Value& object, std::string const& key, HABMAddrValue const& value,
-                rapidjson::Document::AllocatorType& allocator) {
-  Utils::AddStringProperty(object, key, value.getPrettyHexStringValue(0), allocator);
+// Whether a child's object gets any member: the collection scheme leaves out children that would be
+// empty, and must know before it names them. Only a kind whose every member is optional overloads this.
+template <class T>
+bool emitsMembers(T const&) {
+  return true;
 }
 
-// Bit counts and offsets are written as JSON integers, which the reader takes as int.
-void addCount(rapidjson::Value& object, std::string const& key, unsigned int value,
-              rapidjson::Document::AllocatorType& allocator) {
-  Utils::AddIntegrProperty(object, key, static_cast<int>(value), allocator);
+bool emitsMembers(HABMPortConnection const& connection) {
+  return connection.getConnectionType() != HABMPortConnection::SOFT ||
+         !connection.getSourcePath(false).empty() || !connection.getTargetPaths(false).empty();
+}
+
+template <class T>
+bool anyEmitsMembers(std::vector<T*> const& children) {
+  return std::any_of(children.begin(), children.end(), [](T const* c) { return emitsMembers(*c); });
 }
 
 }  // namespace
@@ -121,154 +203,156 @@ bool HABMJsonWriter::writeBlock(HUTFile const& file, HABMBlock const& block, boo
 }
 
 bool HABMJsonWriter::marshal(HABMBlock const& block, std::ostream& out) const {
-  rapidjson::Document document(rapidjson::kObjectType);
-  auto& allocator = document.GetAllocator();
-  Utils::AddStringProperty(document, Keys::STR_SCHEMA(),
-                           Keys::SCHEMA_VENDOR() + ":" + Keys::SCHEMA_LIBRARY() + ":" + Keys::SCHEMA_NAME() +
-                               ":" + Keys::SCHEMA_VERSION(),
-                           allocator);
-  Value top(rapidjson::kObjectType);
-  bool const result = marshal(block, top, allocator);
-  if (top.MemberCount() > 0) {
-    Utils::AddGenericValueProperty(document, Keys::STR_TOP_BLOCK(), top, allocator);
-  }
-  return result && marshal(document, out);
-}
-
-bool HABMJsonWriter::marshal(rapidjson::Document const& document, std::ostream& out) const {
   ChunkedOStream sink(out);
   bool ok = false;
+  // A failed marshal leaves a partial text behind; the caller then discards the file.
+  auto emit = [&](auto& emitter) {
+    emitter.startObject();
+    emitter.member(Keys::STR_SCHEMA(), Keys::SCHEMA_VENDOR() + ":" + Keys::SCHEMA_LIBRARY() + ":" +
+                                           Keys::SCHEMA_NAME() + ":" + Keys::SCHEMA_VERSION());
+    emitter.key(Keys::STR_TOP_BLOCK());
+    emitter.startObject();
+    bool const result = marshal(block, emitter);
+    emitter.endObject();
+    emitter.endObject();
+    return result && emitter.ok();
+  };
   if (prettyParam()) {
-    rapidjson::PrettyWriter<ChunkedOStream> writer(sink);
-    writer.SetIndent(' ', 2);
-    ok = document.Accept(writer);
+    WriterOut<rapidjson::PrettyWriter<ChunkedOStream>> emitter(sink);
+    emitter.writer().SetIndent(' ', 2);
+    ok = emit(emitter);
   } else {
-    rapidjson::Writer<ChunkedOStream> writer(sink);
-    ok = document.Accept(writer);
+    WriterOut<rapidjson::Writer<ChunkedOStream>> emitter(sink);
+    ok = emit(emitter);
   }
   sink.Flush();
   return ok && out.good();
 }
 
 template <class T>
-bool HABMJsonWriter::marshalCollection(Value& group, std::string const& key, std::vector<T*> const& children,
-                                       Allocator& allocator) const {
+bool HABMJsonWriter::marshalCollection(Out& out, std::string const& key,
+                                       std::vector<T*> const& children) const {
+  if (!anyEmitsMembers(children)) {
+    return true;
+  }
   bool result = true;
-  Value collection(rapidjson::kObjectType);
+  out.key(key);
+  out.startObject();
   for (T const* child : children) {
-    Value object(rapidjson::kObjectType);
-    result = marshal(*child, object, allocator) && result;
-    if (object.MemberCount() > 0) {
-      Utils::AddGenericValueProperty(collection, HABMChildName<T>::of(*child), object, allocator);
+    if (!emitsMembers(*child)) {
+      continue;
     }
+    out.key(HABMChildName<T>::of(*child));
+    out.startObject();
+    result = marshal(*child, out) && result;
+    [[maybe_unused]] std::size_t const members = out.endObject();
+    assert(members > 0 && "emitsMembers() promised members that marshal() did not write");
   }
-  if (collection.MemberCount() > 0) {
-    Utils::AddGenericValueProperty(group, key, collection, allocator);
-  }
+  out.endObject();
   return result;
 }
 
-bool HABMJsonWriter::marshal(HABMBlock const& block, Value& object, Allocator& allocator) const {
-  Utils::AddStringProperty(object, Keys::STR_MODULE_NAME(), block.getModuleName(), allocator);
+bool HABMJsonWriter::marshal(HABMBlock const& block, Out& out) const {
+  out.member(Keys::STR_MODULE_NAME(), block.getModuleName());
   if (!block.getModuleVlnv().empty()) {
-    Utils::AddStringProperty(object, Keys::STR_VLNV(), block.getModuleVlnv(), allocator);
+    out.member(Keys::STR_VLNV(), block.getModuleVlnv());
   }
   if (!block.getEnablement().empty()) {
-    Utils::AddStringProperty(object, Keys::STR_ENABLEMENT(), block.getEnablement(), allocator);
+    out.member(Keys::STR_ENABLEMENT(), block.getEnablement());
   }
   if (block.getBaseAddress() != HABMAddrValue::CONST_0()) {
-    Utils::AddStringProperty(object, Keys::STR_BASE_ADDRESS(),
-                             block.getBaseAddress().getPrettyHexStringValue(0), allocator);
+    out.address(Keys::STR_BASE_ADDRESS(), block.getBaseAddress());
   }
   if (block.getValidated()) {
-    Utils::AddBooleanProperty(object, Keys::STR_VALID(), true, allocator);
+    out.member(Keys::STR_VALID(), true);
   }
   if (block.getLocked() != HABMBlock::UNKNOWN) {
-    Utils::AddStringProperty(object, Keys::STR_LOCK(), HABMBlock::decodeLockState(block.getLocked()),
-                             allocator);
+    out.member(Keys::STR_LOCK(), HABMBlock::decodeLockState(block.getLocked()));
   }
   if (!block.getTransparent()) {
-    Utils::AddBooleanProperty(object, Keys::STR_TRANSPARENT(), false, allocator);
+    out.member(Keys::STR_TRANSPARENT(), false);
   }
 
   bool result = true;
-  // Each group is added after its last collection, and only when it holds something.
-  auto addGroup = [&](std::string const& key, Value& group) {
-    if (group.MemberCount() > 0) {
-      Utils::AddGenericValueProperty(object, key, group, allocator);
-    }
-  };
-  Value configuration(rapidjson::kObjectType);
-  result =
-      marshalCollection(configuration, Keys::STR_PARAMETERS(), block.getParameters(), allocator) && result;
-  result = marshalCollection(configuration, Keys::STR_GENERICS(), block.getGenerics(), allocator) && result;
-  result =
-      marshalCollection(configuration, Keys::STR_ATTRIBUTES(), block.getAttributes(), allocator) && result;
-  addGroup(Keys::STR_CONFIGURATION(), configuration);
+  // A group stands in the file only when one of its collections has a child to show.
+  auto const parameters = block.getParameters();
+  auto const generics = block.getGenerics();
+  auto const attributes = block.getAttributes();
+  if (anyEmitsMembers(parameters) || anyEmitsMembers(generics) || anyEmitsMembers(attributes)) {
+    out.key(Keys::STR_CONFIGURATION());
+    out.startObject();
+    result = marshalCollection(out, Keys::STR_PARAMETERS(), parameters) && result;
+    result = marshalCollection(out, Keys::STR_GENERICS(), generics) && result;
+    result = marshalCollection(out, Keys::STR_ATTRIBUTES(), attributes) && result;
+    out.endObject();
+  }
 
-  Value boundary(rapidjson::kObjectType);
-  result = marshalCollection(boundary, Keys::STR_PORTS(), block.getPorts(), allocator) && result;
-  result = marshalCollection(boundary, Keys::STR_MEMORY_MAPS(), block.getMemoryMaps(), allocator) && result;
-  result =
-      marshalCollection(boundary, Keys::STR_ADDRESS_SPACES(), block.getAddrSpaces(), allocator) && result;
-  addGroup(Keys::STR_BOUNDARY(), boundary);
+  auto const ports = block.getPorts();
+  auto const memoryMaps = block.getMemoryMaps();
+  auto const addrSpaces = block.getAddrSpaces();
+  if (anyEmitsMembers(ports) || anyEmitsMembers(memoryMaps) || anyEmitsMembers(addrSpaces)) {
+    out.key(Keys::STR_BOUNDARY());
+    out.startObject();
+    result = marshalCollection(out, Keys::STR_PORTS(), ports) && result;
+    result = marshalCollection(out, Keys::STR_MEMORY_MAPS(), memoryMaps) && result;
+    result = marshalCollection(out, Keys::STR_ADDRESS_SPACES(), addrSpaces) && result;
+    out.endObject();
+  }
 
-  Value contents(rapidjson::kObjectType);
-  result = marshalCollection(contents, Keys::STR_SUB_BLOCKS(), block.getSubBlocks(), allocator) && result;
-  result = marshalCollection(contents, Keys::STR_PORT_CONNECTIONS(), block.getPortConnections(), allocator) &&
-           result;
-  result = marshalCollection(contents, Keys::STR_ADDRESS_ASSIGNMENTS(), block.getAddrAssigns(), allocator) &&
-           result;
-  addGroup(Keys::STR_CONTENTS(), contents);
+  auto const subBlocks = block.getSubBlocks();
+  auto const portConnections = block.getPortConnections();
+  auto const addrAssigns = block.getAddrAssigns();
+  if (anyEmitsMembers(subBlocks) || anyEmitsMembers(portConnections) || anyEmitsMembers(addrAssigns)) {
+    out.key(Keys::STR_CONTENTS());
+    out.startObject();
+    result = marshalCollection(out, Keys::STR_SUB_BLOCKS(), subBlocks) && result;
+    result = marshalCollection(out, Keys::STR_PORT_CONNECTIONS(), portConnections) && result;
+    result = marshalCollection(out, Keys::STR_ADDRESS_ASSIGNMENTS(), addrAssigns) && result;
+    out.endObject();
+  }
   return result;
 }
 
-bool HABMJsonWriter::marshal(HABMAttribute const& attribute, Value& object, Allocator& allocator) const {
-  return marshalValueObject(attribute, object, allocator);
+bool HABMJsonWriter::marshal(HABMAttribute const& attribute, Out& out) const {
+  return marshalValueObject(attribute, out);
 }
 
-bool HABMJsonWriter::marshal(HABMGeneric const& generic, Value& object, Allocator& allocator) const {
-  return marshalValueObject(generic, object, allocator);
+bool HABMJsonWriter::marshal(HABMGeneric const& generic, Out& out) const {
+  return marshalValueObject(generic, out);
 }
 
-bool HABMJsonWriter::marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const {
-  return marshalValueObject(parameter, object, allocator);
+bool HABMJsonWriter::marshal(HABMParameter const& parameter, Out& out) const {
+  return marshalValueObject(parameter, out);
 }
 
-bool HABMJsonWriter::marshal(HABMPort const& port, Value& object, Allocator& allocator) const {
-  Utils::AddStringProperty(object, Keys::STR_TYPE(), HABMPort::decodePortType(port.getPortType()), allocator);
-  Utils::AddStringProperty(object, Keys::STR_DIRECTION(),
-                           HABMPort::decodePortDirection(port.getPortDirection()), allocator);
+bool HABMJsonWriter::marshal(HABMPort const& port, Out& out) const {
+  out.member(Keys::STR_TYPE(), HABMPort::decodePortType(port.getPortType()));
+  out.member(Keys::STR_DIRECTION(), HABMPort::decodePortDirection(port.getPortDirection()));
   if (!port.isWirePort()) {
     // Unsigned, so that bounds above 2^31 keep their text; the reader takes them back through the low 32
     // bits.
-    Value left(static_cast<unsigned>(port.getPortLeft()));
-    Utils::AddGenericValueProperty(object, Keys::STR_SIZE_LEFT(), left, allocator);
-    Value right(static_cast<unsigned>(port.getPortRight()));
-    Utils::AddGenericValueProperty(object, Keys::STR_SIZE_RIGHT(), right, allocator);
+    out.unsignedMember(Keys::STR_SIZE_LEFT(), static_cast<unsigned>(port.getPortLeft()));
+    out.unsignedMember(Keys::STR_SIZE_RIGHT(), static_cast<unsigned>(port.getPortRight()));
   }
-  return marshalCollection(object, Keys::STR_ATTRIBUTES(), port.getAttributes(), allocator);
+  return marshalCollection(out, Keys::STR_ATTRIBUTES(), port.getAttributes());
 }
 
-bool HABMJsonWriter::marshal(HABMPortConnection const& connection, Value& object,
-                             Allocator& allocator) const {
+bool HABMJsonWriter::marshal(HABMPortConnection const& connection, Out& out) const {
   if (connection.getConnectionType() != HABMPortConnection::SOFT) {
-    Utils::AddStringProperty(object, Keys::STR_TYPE(),
-                             HABMPortConnection::decodeConnectionType(connection.getConnectionType()),
-                             allocator);
+    out.member(Keys::STR_TYPE(), HABMPortConnection::decodeConnectionType(connection.getConnectionType()));
   }
   std::string const source = connection.getSourcePath(false);
   if (!source.empty()) {
-    Utils::AddStringProperty(object, Keys::STR_SOURCE(), source, allocator);
+    out.member(Keys::STR_SOURCE(), source);
   }
   std::set<std::string> const targets = connection.getTargetPaths(false);
   if (!targets.empty()) {
-    Value array(rapidjson::kArrayType);
+    out.key(Keys::STR_TARGETS());
+    out.startArray();
     for (std::string const& target : targets) {
-      array.PushBack(Value(target.c_str(), static_cast<rapidjson::SizeType>(target.size()), allocator),
-                     allocator);
+      out.string(target);
     }
-    Utils::AddGenericValueProperty(object, Keys::STR_TARGETS(), array, allocator);
+    out.endArray();
   }
   return true;
 }
@@ -276,77 +360,71 @@ bool HABMJsonWriter::marshal(HABMPortConnection const& connection, Value& object
 // Address objects. Defaults that the reader restores on its own ("both", "read_write", zero values) are
 // left out; what the reader requires is always written.
 
-bool HABMJsonWriter::marshal(HABMAddrSpace const& space, Value& object, Allocator& allocator) const {
-  addAddress(object, Keys::STR_RANGE(), space.getRange(), allocator);
-  return marshalCollection(object, Keys::STR_ADDRESS_SEGMENTS(), space.getAddrSegments(), allocator);
+bool HABMJsonWriter::marshal(HABMAddrSpace const& space, Out& out) const {
+  out.address(Keys::STR_RANGE(), space.getRange());
+  return marshalCollection(out, Keys::STR_ADDRESS_SEGMENTS(), space.getAddrSegments());
 }
 
-bool HABMJsonWriter::marshal(HABMAddrSegment const& segment, Value& object, Allocator& allocator) const {
+bool HABMJsonWriter::marshal(HABMAddrSegment const& segment, Out& out) const {
   if (segment.getMemoryType() != HABMAddrSegment::TYPE_BOTH) {
-    Utils::AddStringProperty(object, Keys::STR_TYPE(),
-                             HABMAddrSegment::decodeMemoryType(segment.getMemoryType()), allocator);
+    out.member(Keys::STR_TYPE(), HABMAddrSegment::decodeMemoryType(segment.getMemoryType()));
   }
-  addAddress(object, Keys::STR_OFFSET(), segment.getOffset(), allocator);
-  addAddress(object, Keys::STR_RANGE(), segment.getRange(), allocator);
+  out.address(Keys::STR_OFFSET(), segment.getOffset());
+  out.address(Keys::STR_RANGE(), segment.getRange());
   return true;
 }
 
-bool HABMJsonWriter::marshal(HABMMemoryMap const& map, Value& object, Allocator& allocator) const {
-  addAddress(object, Keys::STR_RANGE(), map.getRange(), allocator);
-  return marshalCollection(object, Keys::STR_ADDRESS_BLOCKS(), map.getAddrBlocks(), allocator);
+bool HABMJsonWriter::marshal(HABMMemoryMap const& map, Out& out) const {
+  out.address(Keys::STR_RANGE(), map.getRange());
+  return marshalCollection(out, Keys::STR_ADDRESS_BLOCKS(), map.getAddrBlocks());
 }
 
-bool HABMJsonWriter::marshal(HABMAddrBlock const& block, Value& object, Allocator& allocator) const {
-  Utils::AddStringProperty(object, Keys::STR_TYPE(), HABMAddrBlock::decodeMemoryType(block.getMemoryType()),
-                           allocator);
+bool HABMJsonWriter::marshal(HABMAddrBlock const& block, Out& out) const {
+  out.member(Keys::STR_TYPE(), HABMAddrBlock::decodeMemoryType(block.getMemoryType()));
   if (block.getMemoryAccess() != HABMAddrBlock::ACCESS_READ_WRITE) {
-    Utils::AddStringProperty(object, Keys::STR_ACCESS(),
-                             HABMAddrBlock::decodeMemoryAccess(block.getMemoryAccess()), allocator);
+    out.member(Keys::STR_ACCESS(), HABMAddrBlock::decodeMemoryAccess(block.getMemoryAccess()));
   }
-  addAddress(object, Keys::STR_OFFSET(), block.getOffset(), allocator);
-  addAddress(object, Keys::STR_RANGE(), block.getRange(), allocator);
-  return marshalCollection(object, Keys::STR_REGISTERS(), block.getRegisters(), allocator);
+  out.address(Keys::STR_OFFSET(), block.getOffset());
+  out.address(Keys::STR_RANGE(), block.getRange());
+  return marshalCollection(out, Keys::STR_REGISTERS(), block.getRegisters());
 }
 
-bool HABMJsonWriter::marshal(HABMRegister const& reg, Value& object, Allocator& allocator) const {
-  addAddress(object, Keys::STR_OFFSET(), reg.getOffset(), allocator);
-  addCount(object, Keys::STR_WIDTH(), reg.getWidth(), allocator);
+bool HABMJsonWriter::marshal(HABMRegister const& reg, Out& out) const {
+  out.address(Keys::STR_OFFSET(), reg.getOffset());
+  out.count(Keys::STR_WIDTH(), reg.getWidth());
   if (!reg.getDescription().empty()) {
-    Utils::AddStringProperty(object, Keys::STR_DESCRIPTION(), reg.getDescription(), allocator);
+    out.member(Keys::STR_DESCRIPTION(), reg.getDescription());
   }
   if (reg.getAccess() != HABMRegister::ACCESS_READ_WRITE) {
-    Utils::AddStringProperty(object, Keys::STR_ACCESS(), HABMRegister::decodeRegisterAccess(reg.getAccess()),
-                             allocator);
+    out.member(Keys::STR_ACCESS(), HABMRegister::decodeRegisterAccess(reg.getAccess()));
   }
   if (reg.getValue() != HABMAddrValue::CONST_0()) {
-    addAddress(object, Keys::STR_VALUE(), reg.getValue(), allocator);
+    out.address(Keys::STR_VALUE(), reg.getValue());
   }
   if (reg.getReset() != HABMAddrValue::CONST_0()) {
-    addAddress(object, Keys::STR_RESET(), reg.getReset(), allocator);
+    out.address(Keys::STR_RESET(), reg.getReset());
   }
-  bool const fields = marshalCollection(object, Keys::STR_FIELDS(), reg.getFields(), allocator);
-  return marshalCollection(object, Keys::STR_PARAMETERS(), reg.getParameters(), allocator) && fields;
+  bool const fields = marshalCollection(out, Keys::STR_FIELDS(), reg.getFields());
+  return marshalCollection(out, Keys::STR_PARAMETERS(), reg.getParameters()) && fields;
 }
 
-bool HABMJsonWriter::marshal(HABMRegisterField const& field, Value& object, Allocator& allocator) const {
-  addCount(object, Keys::STR_OFFSET(), field.getOffset(), allocator);
-  addCount(object, Keys::STR_WIDTH(), field.getWidth(), allocator);
+bool HABMJsonWriter::marshal(HABMRegisterField const& field, Out& out) const {
+  out.count(Keys::STR_OFFSET(), field.getOffset());
+  out.count(Keys::STR_WIDTH(), field.getWidth());
   if (field.getAccess() != HABMRegisterField::ACCESS_READ_WRITE) {
-    Utils::AddStringProperty(object, Keys::STR_ACCESS(),
-                             HABMRegisterField::decodeFieldAccess(field.getAccess()), allocator);
+    out.member(Keys::STR_ACCESS(), HABMRegisterField::decodeFieldAccess(field.getAccess()));
   }
   if (field.getReset() != HABMAddrValue::CONST_0()) {
-    addAddress(object, Keys::STR_RESET(), field.getReset(), allocator);
+    out.address(Keys::STR_RESET(), field.getReset());
   }
   return true;
 }
 
-bool HABMJsonWriter::marshal(HABMAddrAssign const& assign, Value& object, Allocator& allocator) const {
-  Utils::AddStringProperty(object, Keys::STR_TYPE(), HABMAddrAssign::decodeAssignType(assign.getAssignType()),
-                           allocator);
-  Utils::AddStringProperty(object, Keys::STR_SOURCE(), assign.getSourcePath(false), allocator);
-  Utils::AddStringProperty(object, Keys::STR_TARGET(), assign.getTargetPath(false), allocator);
-  addAddress(object, Keys::STR_OFFSET(), assign.getOffset(), allocator);
-  addAddress(object, Keys::STR_RANGE(), assign.getRange(), allocator);
+bool HABMJsonWriter::marshal(HABMAddrAssign const& assign, Out& out) const {
+  out.member(Keys::STR_TYPE(), HABMAddrAssign::decodeAssignType(assign.getAssignType()));
+  out.member(Keys::STR_SOURCE(), assign.getSourcePath(false));
+  out.member(Keys::STR_TARGET(), assign.getTargetPath(false));
+  out.address(Keys::STR_OFFSET(), assign.getOffset());
+  out.address(Keys::STR_RANGE(), assign.getRange());
   return true;
 }

@@ -3,8 +3,6 @@
 
 #include "util/HUTFile.h"
 
-#include <rapidjson/document.h>
-
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -23,42 +21,41 @@ class HABMPortConnection;
 class HABMRegister;
 class HABMRegisterField;
 
-/// Writes block model files. One `marshal` per kind of object adds that object's members, in a fixed
-/// order, to a JSON object; named children go through one collection scheme.
+/// Writes block model files. One `marshal` per kind of object emits that object's members in a fixed
+/// order; named children go through one collection scheme.
 class HABMJsonWriter {
  public:
   /// Writes `block` as the file's "top_block". False, with "@90-7@" and the full path, on any failure;
   /// a file that existed is then left as it was, unless `removeFirst` had it deleted first.
   static bool writeBlock(HUTFile const& file, HABMBlock const& block, bool const& removeFirst);
 
- private:
-  using Value = rapidjson::Value;
-  using Allocator = rapidjson::Document::AllocatorType;
+  /// Receives the members of the file as the tree is walked.
+  class Out;
 
+ private:
   explicit HABMJsonWriter(HUTFile file) : file_(std::move(file)) {}
 
+  /// Emits the whole file for `block`; false when a marshal failed or the stream did.
   bool marshal(HABMBlock const& block, std::ostream& out) const;
-  bool marshal(rapidjson::Document const& document, std::ostream& out) const;
 
-  bool marshal(HABMBlock const& block, Value& object, Allocator& allocator) const;
-  bool marshal(HABMAttribute const& attribute, Value& object, Allocator& allocator) const;
-  bool marshal(HABMGeneric const& generic, Value& object, Allocator& allocator) const;
-  bool marshal(HABMParameter const& parameter, Value& object, Allocator& allocator) const;
-  bool marshal(HABMPort const& port, Value& object, Allocator& allocator) const;
-  bool marshal(HABMPortConnection const& connection, Value& object, Allocator& allocator) const;
-  bool marshal(HABMAddrSpace const& space, Value& object, Allocator& allocator) const;
-  bool marshal(HABMAddrSegment const& segment, Value& object, Allocator& allocator) const;
-  bool marshal(HABMMemoryMap const& map, Value& object, Allocator& allocator) const;
-  bool marshal(HABMAddrBlock const& block, Value& object, Allocator& allocator) const;
-  bool marshal(HABMRegister const& reg, Value& object, Allocator& allocator) const;
-  bool marshal(HABMRegisterField const& field, Value& object, Allocator& allocator) const;
-  bool marshal(HABMAddrAssign const& assign, Value& object, Allocator& allocator) const;
+  bool marshal(HABMBlock const& block, Out& out) const;
+  bool marshal(HABMAttribute const& attribute, Out& out) const;
+  bool marshal(HABMGeneric const& generic, Out& out) const;
+  bool marshal(HABMParameter const& parameter, Out& out) const;
+  bool marshal(HABMPort const& port, Out& out) const;
+  bool marshal(HABMPortConnection const& connection, Out& out) const;
+  bool marshal(HABMAddrSpace const& space, Out& out) const;
+  bool marshal(HABMAddrSegment const& segment, Out& out) const;
+  bool marshal(HABMMemoryMap const& map, Out& out) const;
+  bool marshal(HABMAddrBlock const& block, Out& out) const;
+  bool marshal(HABMRegister const& reg, Out& out) const;
+  bool marshal(HABMRegisterField const& field, Out& out) const;
+  bool marshal(HABMAddrAssign const& assign, Out& out) const;
 
-  /// Adds `children` under `key` of `group` as an object keyed by the children's names, each marshalled
-  /// into its own object; children without members and an empty collection are left out.
+  /// Writes `children` under `key` as an object keyed by the children's names, each marshalled into its
+  /// own object; children without members and an empty collection are left out.
   template <class T>
-  bool marshalCollection(Value& group, std::string const& key, std::vector<T*> const& children,
-                         Allocator& allocator) const;
+  bool marshalCollection(Out& out, std::string const& key, std::vector<T*> const& children) const;
 
   HUTFile file_;
 };

@@ -95,6 +95,9 @@ class PendingSink {
   std::shared_ptr<PendingFile> file_;
 };
 
+// Large buffers: block model files run to tens of megabytes, and every buffer boundary is a virtual call.
+constexpr std::streamsize kBufferSize = 1 << 16;
+
 bool endsWith(std::string_view text, std::string_view tail) {
   return text.size() >= tail.size() && text.substr(text.size() - tail.size()) == tail;
 }
@@ -126,9 +129,9 @@ void openForWriting(std::string const& path, filtering_stream<output>& stream) {
     return;
   }
   if (endsWith(path, ".gz")) {
-    stream.push(boost::iostreams::gzip_compressor());
+    stream.push(boost::iostreams::gzip_compressor(), kBufferSize);
   }
-  stream.push(PendingSink(pending));
+  stream.push(PendingSink(pending), kBufferSize);
   stream.adoptPending(std::move(pending));
 }
 
@@ -144,9 +147,9 @@ void openForReading(std::string const& path, filtering_stream<input>& stream) {
   }
   unsigned char magic[2] = {0, 0};
   if (::pread(fd, magic, sizeof magic, 0) == 2 && magic[0] == 0x1F && magic[1] == 0x8B) {
-    stream.push(boost::iostreams::gzip_decompressor());
+    stream.push(boost::iostreams::gzip_decompressor(), kBufferSize);
   }
-  stream.push(boost::iostreams::file_descriptor_source(fd, boost::iostreams::close_handle));
+  stream.push(boost::iostreams::file_descriptor_source(fd, boost::iostreams::close_handle), kBufferSize);
 }
 
 }  // namespace
