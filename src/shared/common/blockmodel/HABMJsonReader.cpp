@@ -1,18 +1,24 @@
 // HABMJsonReader.cpp: the document frame, the collection scheme and one unmarshal per kind of object.
 #include "blockmodel/HABMJsonReader.h"
 
+#include "blockmodel/HABMAddrAperture.h"
 #include "blockmodel/HABMAddrAssign.h"
 #include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrRemap.h"
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortConnection.h"
+#include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
@@ -197,6 +203,23 @@ bool HABMJsonReader::unmarshalCollection(Value const* group, std::string const& 
   return result;
 }
 
+template <class T>
+bool HABMJsonReader::unmarshalArray(Value const& object, std::string const& key, std::set<T>& items) const {
+  Value const* array = Keys::getJsonValue(object, key, false);
+  // Anything but an array holds no elements to read.
+  if (array == nullptr || !array->IsArray()) {
+    return true;
+  }
+  for (auto const& element : array->GetArray()) {
+    T item;
+    if (!unmarshal(element, item)) {
+      return false;
+    }
+    items.insert(item);
+  }
+  return true;
+}
+
 bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
   Value const* configuration = Keys::getJsonValue(object, Keys::STR_CONFIGURATION(), false);
   Value const* boundary = Keys::getJsonValue(object, Keys::STR_BOUNDARY(), false);
@@ -246,11 +269,20 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
              boundary, Keys::STR_ADDRESS_SPACES(), [&] { block.clearAddrSpaces(); },
              [&](std::string const& name) { return block.createAddrSpace(name); }) &&
          unmarshalCollection(
+             boundary, Keys::STR_INTERFACES(), [&] { block.clearInterfaces(); },
+             [&](std::string const& name) { return block.createInterface(name, false); }) &&
+         unmarshalCollection(
+             boundary, Keys::STR_BRIDGES(), [&] { block.clearBridges(); },
+             [&](std::string const& name) { return block.createBridge(name); }) &&
+         unmarshalCollection(
              contents, Keys::STR_SUB_BLOCKS(), [&] { block.clearSubBlocks(); },
              [&](std::string const& name) { return block.createSubBlock(name, "", false); }) &&
          unmarshalCollection(
              contents, Keys::STR_PORT_CONNECTIONS(), [&] { block.clearPortConnections(); },
              [&](std::string const& name) { return block.createPortConnection(name, false); }) &&
+         unmarshalCollection(
+             contents, Keys::STR_INTERFACE_CONNECTIONS(), [&] { block.clearInterfaceConnections(); },
+             [&](std::string const& name) { return block.createInterfaceConnection(name, false); }) &&
          unmarshalCollection(
              contents, Keys::STR_ADDRESS_ASSIGNMENTS(), [&] { block.clearAddrAssigns(); },
              [&](std::string const& name) { return block.createAddrAssign(name); });
@@ -448,5 +480,126 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAssign& assign) cons
     return false;
   }
   assign.setRange(value);
+  return true;
+}
+
+// Bus objects.
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMInterface& iface) const {
+  std::string text;
+  if (!readText(object, Keys::STR_VLNV(), "", true, text)) {
+    return false;
+  }
+  iface.setInterfaceVlnv(text);
+  if (!readText(object, Keys::STR_MODE(), "", true, text)) {
+    return false;
+  }
+  iface.setInterfaceMode(HABMInterface::encodeInterfaceMode(text));
+  readText(object, Keys::STR_ENABLEMENT(), "", false, text);
+  iface.setEnablement(text);
+  // Either reference is taken on any interface; of the two, the memory map's is set last and wins.
+  readText(object, Keys::STR_ADDRESS_SPACE_REF(), "", false, text);
+  iface.setAddrSpaceRef(text);
+  readText(object, Keys::STR_MEMORY_MAP_REF(), "", false, text);
+  iface.setMemoryMapRef(text);
+  HABMAddrValue base;
+  readAddress(object, Keys::STR_BASE_ADDRESS(), "0x0", false, base);
+  iface.setBaseAddress(base);
+  std::set<HABMAddrAperture> apertures;
+  if (!replacing()) {
+    apertures = iface.getApertures(true);
+  }
+  bool const aperturesRead = unmarshalArray(object, Keys::STR_ADDRESS_APERTURES(), apertures);
+  iface.setApertures(apertures, false);  // what was read before a failure stays
+  if (!aperturesRead) {
+    return false;
+  }
+  return unmarshalCollection(
+             &object, Keys::STR_PARAMETERS(), [&] { iface.clearParameters(); },
+             [&](std::string const& name) { return iface.createParameter(name, ""); }) &&
+         unmarshalCollection(
+             &object, Keys::STR_PORT_MAPS(), [&] { iface.clearPortMaps(); },
+             [&](std::string const& name) { return iface.createPortMap(name, ""); });
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMPortMap& portMap) const {
+  std::string text;
+  if (!readText(object, Keys::STR_PHYSICAL_PORT(), "", true, text)) {
+    return false;
+  }
+  portMap.setPhyName(text);
+  auto const bound = [&](std::string const& key) {
+    int value = -1;
+    Keys::getJsonInt(object, key, value, false);
+    return value;
+  };
+  portMap.setLogLeft(bound(Keys::STR_LOGICAL_LEFT()));
+  portMap.setLogRight(bound(Keys::STR_LOGICAL_RIGHT()));
+  portMap.setPhyLeft(bound(Keys::STR_PHYSICAL_LEFT()));
+  portMap.setPhyRight(bound(Keys::STR_PHYSICAL_RIGHT()));
+  return true;
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAperture& aperture) const {
+  HABMAddrValue value;
+  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+    return false;
+  }
+  aperture.setBaseAddress(value);
+  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+    return false;
+  }
+  aperture.setRange(value);
+  return true;
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMBridge& bridge) const {
+  std::string text;
+  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+    return false;
+  }
+  bridge.setSourceName(text);
+  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+    return false;
+  }
+  bridge.setTargetName(text);
+  std::set<HABMAddrRemap> remaps;
+  if (!replacing()) {
+    remaps = bridge.getRemaps();
+  }
+  bool const remapsRead = unmarshalArray(object, Keys::STR_ADDRESS_REMAPS(), remaps);
+  bridge.setRemaps(remaps);  // what was read before a failure stays
+  return remapsRead;
+}
+
+// A remap has one range, the source's: the range in the target text is dropped.
+bool HABMJsonReader::unmarshal(Value const& object, HABMAddrRemap& remap) const {
+  std::string text;
+  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+    return false;
+  }
+  HABMAddrAperture const source(text);
+  remap.setSourceBaseAddress(source.getBaseAddress());
+  remap.setRange(source.getRange());
+  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+    return false;
+  }
+  remap.setTargetBaseAddress(HABMAddrAperture(text).getBaseAddress());
+  return true;
+}
+
+// The setters' results are not looked at: a path outside the block only leaves the connection dangling.
+bool HABMJsonReader::unmarshal(Value const& object, HABMInterfaceConnection& connection) const {
+  std::string text;
+  readText(object, Keys::STR_TYPE(), "soft", false, text);
+  connection.setConnectionType(HABMInterfaceConnection::encodeConnectionType(text));
+  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+    return false;
+  }
+  connection.setSourcePath(text);
+  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+    return false;
+  }
+  connection.setTargetPath(text);
   return true;
 }

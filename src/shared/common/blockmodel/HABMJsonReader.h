@@ -6,19 +6,26 @@
 #include <rapidjson/document.h>
 
 #include <iosfwd>
+#include <set>
 #include <string>
 
+class HABMAddrAperture;
 class HABMAddrAssign;
 class HABMAddrBlock;
 class HABMAddrSegment;
 class HABMAddrSpace;
+class HABMAddrRemap;
 class HABMAttribute;
 class HABMBlock;
+class HABMBridge;
 class HABMGeneric;
+class HABMInterface;
+class HABMInterfaceConnection;
 class HABMMemoryMap;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
+class HABMPortMap;
 class HABMRegister;
 class HABMRegisterField;
 
@@ -59,6 +66,18 @@ class HABMJsonReader {
   bool unmarshal(Value const& object, HABMRegister& reg) const;
   bool unmarshal(Value const& object, HABMRegisterField& field) const;
   bool unmarshal(Value const& object, HABMAddrAssign& assign) const;
+  bool unmarshal(Value const& object, HABMInterface& iface) const;
+  bool unmarshal(Value const& object, HABMPortMap& portMap) const;
+  bool unmarshal(Value const& object, HABMAddrAperture& aperture) const;
+  bool unmarshal(Value const& object, HABMBridge& bridge) const;
+  bool unmarshal(Value const& object, HABMAddrRemap& remap) const;
+  bool unmarshal(Value const& object, HABMInterfaceConnection& connection) const;
+
+  /// Adds the elements of the array `key` of `object` to `items`, each read into a default value and
+  /// inserted unless an equal one is there. Absent or not an array: nothing is added. False at the first
+  /// element that fails, with the elements before it added.
+  template <class T>
+  bool unmarshalArray(Value const& object, std::string const& key, std::set<T>& items) const;
 
   /// Reads the collection `key` of `group` (null when the group is absent): in MODE_REPLACE `clear()`
   /// runs first; then each member becomes a child through `create(name)` and is read into it. False when

@@ -1,18 +1,24 @@
 // HABMJsonWriter.cpp: the document frame, the collection scheme and one marshal per kind of object.
 #include "blockmodel/HABMJsonWriter.h"
 
+#include "blockmodel/HABMAddrAperture.h"
 #include "blockmodel/HABMAddrAssign.h"
 #include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrRemap.h"
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortConnection.h"
+#include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "isl/iostreams/filtering_stream.h"
@@ -252,6 +258,23 @@ bool HABMJsonWriter::marshalCollection(Out& out, std::string const& key,
   return result;
 }
 
+template <class T>
+bool HABMJsonWriter::marshalArray(Out& out, std::string const& key, std::set<T> const& items) const {
+  if (items.empty()) {
+    return true;
+  }
+  bool result = true;
+  out.key(key);
+  out.startArray();
+  for (T const& item : items) {
+    out.startObject();
+    result = marshal(item, out) && result;
+    out.endObject();
+  }
+  out.endArray();
+  return result;
+}
+
 bool HABMJsonWriter::marshal(HABMBlock const& block, Out& out) const {
   out.member(Keys::STR_MODULE_NAME(), block.getModuleName());
   if (!block.getModuleVlnv().empty()) {
@@ -288,25 +311,33 @@ bool HABMJsonWriter::marshal(HABMBlock const& block, Out& out) const {
   }
 
   auto const ports = block.getPorts();
+  auto const interfaces = block.getInterfaces();
   auto const memoryMaps = block.getMemoryMaps();
   auto const addrSpaces = block.getAddrSpaces();
-  if (anyEmitsMembers(ports) || anyEmitsMembers(memoryMaps) || anyEmitsMembers(addrSpaces)) {
+  auto const bridges = block.getBridges();
+  if (anyEmitsMembers(ports) || anyEmitsMembers(interfaces) || anyEmitsMembers(memoryMaps) ||
+      anyEmitsMembers(addrSpaces) || anyEmitsMembers(bridges)) {
     out.key(Keys::STR_BOUNDARY());
     out.startObject();
     result = marshalCollection(out, Keys::STR_PORTS(), ports) && result;
+    result = marshalCollection(out, Keys::STR_INTERFACES(), interfaces) && result;
     result = marshalCollection(out, Keys::STR_MEMORY_MAPS(), memoryMaps) && result;
     result = marshalCollection(out, Keys::STR_ADDRESS_SPACES(), addrSpaces) && result;
+    result = marshalCollection(out, Keys::STR_BRIDGES(), bridges) && result;
     out.endObject();
   }
 
   auto const subBlocks = block.getSubBlocks();
   auto const portConnections = block.getPortConnections();
+  auto const interfaceConnections = block.getInterfaceConnections();
   auto const addrAssigns = block.getAddrAssigns();
-  if (anyEmitsMembers(subBlocks) || anyEmitsMembers(portConnections) || anyEmitsMembers(addrAssigns)) {
+  if (anyEmitsMembers(subBlocks) || anyEmitsMembers(portConnections) ||
+      anyEmitsMembers(interfaceConnections) || anyEmitsMembers(addrAssigns)) {
     out.key(Keys::STR_CONTENTS());
     out.startObject();
     result = marshalCollection(out, Keys::STR_SUB_BLOCKS(), subBlocks) && result;
     result = marshalCollection(out, Keys::STR_PORT_CONNECTIONS(), portConnections) && result;
+    result = marshalCollection(out, Keys::STR_INTERFACE_CONNECTIONS(), interfaceConnections) && result;
     result = marshalCollection(out, Keys::STR_ADDRESS_ASSIGNMENTS(), addrAssigns) && result;
     out.endObject();
   }
@@ -426,5 +457,74 @@ bool HABMJsonWriter::marshal(HABMAddrAssign const& assign, Out& out) const {
   out.member(Keys::STR_TARGET(), assign.getTargetPath(false));
   out.address(Keys::STR_OFFSET(), assign.getOffset());
   out.address(Keys::STR_RANGE(), assign.getRange());
+  return true;
+}
+
+// Bus objects. Only one address reference is written, the one the interface's side uses; the mode and the
+// bus definition are always written, even when unknown or empty.
+
+bool HABMJsonWriter::marshal(HABMInterface const& iface, Out& out) const {
+  out.member(Keys::STR_VLNV(), iface.getInterfaceVlnv());
+  out.member(Keys::STR_MODE(), HABMInterface::decodeInterfaceMode(iface.getInterfaceMode()));
+  if (!iface.getEnablement().empty()) {
+    out.member(Keys::STR_ENABLEMENT(), iface.getEnablement());
+  }
+  if (iface.isSourceInterface()) {
+    if (!iface.getAddrSpaceRef().empty()) {
+      out.member(Keys::STR_ADDRESS_SPACE_REF(), iface.getAddrSpaceRef());
+    }
+  } else if (!iface.getMemoryMapRef().empty()) {
+    out.member(Keys::STR_MEMORY_MAP_REF(), iface.getMemoryMapRef());
+  }
+  if (iface.getBaseAddress() != HABMAddrValue::CONST_0()) {
+    out.address(Keys::STR_BASE_ADDRESS(), iface.getBaseAddress());
+  }
+  // As stored, relative to the base address.
+  bool result = marshalArray(out, Keys::STR_ADDRESS_APERTURES(), iface.getApertures(false));
+  result = marshalCollection(out, Keys::STR_PARAMETERS(), iface.getParameters()) && result;
+  return marshalCollection(out, Keys::STR_PORT_MAPS(), iface.getPortMaps()) && result;
+}
+
+bool HABMJsonWriter::marshal(HABMPortMap const& portMap, Out& out) const {
+  out.member(Keys::STR_PHYSICAL_PORT(), portMap.getPhyName());
+  // A negative bound means no range and is left out.
+  auto const bound = [&](std::string const& key, int value) {
+    if (value >= 0) {
+      out.key(key);
+      out.integer(value);
+    }
+  };
+  bound(Keys::STR_LOGICAL_LEFT(), portMap.getLogLeft());
+  bound(Keys::STR_LOGICAL_RIGHT(), portMap.getLogRight());
+  bound(Keys::STR_PHYSICAL_LEFT(), portMap.getPhyLeft());
+  bound(Keys::STR_PHYSICAL_RIGHT(), portMap.getPhyRight());
+  return true;
+}
+
+bool HABMJsonWriter::marshal(HABMAddrAperture const& aperture, Out& out) const {
+  out.address(Keys::STR_OFFSET(), aperture.getBaseAddress());
+  out.address(Keys::STR_RANGE(), aperture.getRange());
+  return true;
+}
+
+bool HABMJsonWriter::marshal(HABMBridge const& bridge, Out& out) const {
+  out.member(Keys::STR_SOURCE(), bridge.getSourceName());
+  out.member(Keys::STR_TARGET(), bridge.getTargetName());
+  return marshalArray(out, Keys::STR_ADDRESS_REMAPS(), bridge.getRemaps());
+}
+
+bool HABMJsonWriter::marshal(HABMAddrRemap const& remap, Out& out) const {
+  out.member(Keys::STR_SOURCE(), remap.getSourceAperture().getBaseHighString(0));
+  out.member(Keys::STR_TARGET(), remap.getTargetAperture().getBaseHighString(0));
+  return true;
+}
+
+bool HABMJsonWriter::marshal(HABMInterfaceConnection const& connection, Out& out) const {
+  if (connection.getConnectionType() != HABMPortConnection::SOFT) {
+    out.member(Keys::STR_TYPE(),
+               HABMInterfaceConnection::decodeConnectionType(connection.getConnectionType()));
+  }
+  out.member(Keys::STR_SOURCE(), connection.getSourcePath(false));
+  out.member(Keys::STR_TARGET(), connection.getTargetPath(false));
   return true;
 }

@@ -4,20 +4,27 @@
 #include "util/HUTFile.h"
 
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
+class HABMAddrAperture;
 class HABMAddrAssign;
 class HABMAddrBlock;
 class HABMAddrSegment;
 class HABMAddrSpace;
+class HABMAddrRemap;
 class HABMAttribute;
 class HABMBlock;
+class HABMBridge;
 class HABMGeneric;
+class HABMInterface;
+class HABMInterfaceConnection;
 class HABMMemoryMap;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
+class HABMPortMap;
 class HABMRegister;
 class HABMRegisterField;
 
@@ -51,11 +58,22 @@ class HABMJsonWriter {
   bool marshal(HABMRegister const& reg, Out& out) const;
   bool marshal(HABMRegisterField const& field, Out& out) const;
   bool marshal(HABMAddrAssign const& assign, Out& out) const;
+  bool marshal(HABMInterface const& iface, Out& out) const;
+  bool marshal(HABMPortMap const& portMap, Out& out) const;
+  bool marshal(HABMAddrAperture const& aperture, Out& out) const;
+  bool marshal(HABMBridge const& bridge, Out& out) const;
+  bool marshal(HABMAddrRemap const& remap, Out& out) const;
+  bool marshal(HABMInterfaceConnection const& connection, Out& out) const;
 
   /// Writes `children` under `key` as an object keyed by the children's names, each marshalled into its
   /// own object; children without members and an empty collection are left out.
   template <class T>
   bool marshalCollection(Out& out, std::string const& key, std::vector<T*> const& children) const;
+
+  /// Writes a non-empty set of nameless values under `key` as an array of objects, in the set's order;
+  /// an empty set is left out.
+  template <class T>
+  bool marshalArray(Out& out, std::string const& key, std::set<T> const& items) const;
 
   HUTFile file_;
 };

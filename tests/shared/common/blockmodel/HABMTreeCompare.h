@@ -8,11 +8,15 @@
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
 #include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortConnection.h"
+#include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 
@@ -140,6 +144,59 @@ inline void expectSameAddrObjects(HABMBlock const& a, HABMBlock const& b) {
   }
 }
 
+inline void expectSameInterface(HABMInterface const& a, HABMInterface const& b) {
+  SCOPED_TRACE(a.getInterfacePath());
+  EXPECT_EQ(a.getInterfaceName(), b.getInterfaceName());
+  EXPECT_EQ(a.getInterfaceVlnv(), b.getInterfaceVlnv());
+  EXPECT_EQ(a.getInterfaceMode(), b.getInterfaceMode());
+  EXPECT_EQ(a.getEnablement(), b.getEnablement());
+  EXPECT_EQ(a.getAddrSpaceRef(), b.getAddrSpaceRef());
+  EXPECT_EQ(a.getMemoryMapRef(), b.getMemoryMapRef());
+  EXPECT_EQ(a.getBaseAddress(), b.getBaseAddress());
+  EXPECT_EQ(a.getApertures(false), b.getApertures(false));
+  expectSameValues(a.getParameters(), b.getParameters(), "parameters");
+  auto const am = a.getPortMaps();
+  auto const bm = b.getPortMaps();
+  ASSERT_EQ(am.size(), bm.size());
+  for (std::size_t i = 0; i < am.size(); ++i) {
+    EXPECT_EQ(am[i]->getLogName(), bm[i]->getLogName());
+    EXPECT_EQ(am[i]->getPhyName(), bm[i]->getPhyName());
+    EXPECT_EQ(am[i]->getLogLeft(), bm[i]->getLogLeft());
+    EXPECT_EQ(am[i]->getLogRight(), bm[i]->getLogRight());
+    EXPECT_EQ(am[i]->getPhyLeft(), bm[i]->getPhyLeft());
+    EXPECT_EQ(am[i]->getPhyRight(), bm[i]->getPhyRight());
+  }
+}
+
+/// Compares the bus objects that two blocks hold themselves, matched by position.
+inline void expectSameBusObjects(HABMBlock const& a, HABMBlock const& b) {
+  SCOPED_TRACE(a.getInstancePath());
+  auto const ai = a.getInterfaces();
+  auto const bi = b.getInterfaces();
+  ASSERT_EQ(ai.size(), bi.size());
+  for (std::size_t i = 0; i < ai.size(); ++i) {
+    expectSameInterface(*ai[i], *bi[i]);
+  }
+  auto const ab = a.getBridges();
+  auto const bb = b.getBridges();
+  ASSERT_EQ(ab.size(), bb.size());
+  for (std::size_t i = 0; i < ab.size(); ++i) {
+    EXPECT_EQ(ab[i]->getName(), bb[i]->getName());
+    EXPECT_EQ(ab[i]->getSourceName(), bb[i]->getSourceName());
+    EXPECT_EQ(ab[i]->getTargetName(), bb[i]->getTargetName());
+    EXPECT_EQ(ab[i]->getRemaps(), bb[i]->getRemaps()) << ab[i]->getPath();
+  }
+  auto const ac = a.getInterfaceConnections();
+  auto const bc = b.getInterfaceConnections();
+  ASSERT_EQ(ac.size(), bc.size());
+  for (std::size_t i = 0; i < ac.size(); ++i) {
+    EXPECT_EQ(ac[i]->getName(), bc[i]->getName());
+    EXPECT_EQ(ac[i]->getConnectionType(), bc[i]->getConnectionType()) << ac[i]->getPath();
+    EXPECT_EQ(ac[i]->getSourcePath(false), bc[i]->getSourcePath(false)) << ac[i]->getPath();
+    EXPECT_EQ(ac[i]->getTargetPath(false), bc[i]->getTargetPath(false)) << ac[i]->getPath();
+  }
+}
+
 /// Everything a block model file keeps, compared recursively; the top blocks' instance names are not.
 inline void expectSameTree(HABMBlock const& a, HABMBlock const& b) {
   std::string const where = a.getInstancePath();
@@ -176,6 +233,7 @@ inline void expectSameTree(HABMBlock const& a, HABMBlock const& b) {
     EXPECT_EQ(netsA[i]->getTargetPaths(false), netsB[i]->getTargetPaths(false)) << netsA[i]->getPath();
   }
   expectSameAddrObjects(a, b);
+  expectSameBusObjects(a, b);
   auto const subsA = a.getSubBlocks();
   auto const subsB = b.getSubBlocks();
   ASSERT_EQ(subsA.size(), subsB.size()) << where;
