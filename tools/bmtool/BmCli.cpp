@@ -82,7 +82,7 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 
 std::vector<Command> const& commands() {
   static std::vector<Command> const all = {makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),
-                                           makeAddrCommand()};
+                                           makeInferCommand(), makeAddrCommand()};
   return all;
 }
 

@@ -54,5 +54,6 @@ Command makeAddrCommand();
 Command makeInfoCommand();
 Command makeConvertCommand();
 Command makeGenerateCommand();
+Command makeInferCommand();
 
 }  // namespace bmtool

@@ -1,4 +1,5 @@
-// BmCommandFile.cpp: "bmtool info", "convert" and "generate": block model files from the command line.
+// BmCommandFile.cpp: "bmtool info", "convert", "generate" and "infer": block model files from the command
+// line.
 #include "blockmodel/HABMAddrBlock.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMMemoryMap.h"
@@ -31,6 +32,9 @@ std::vector<CountRow> const& countRows() {
       {"parameters", [](HABMBlock const& b) { return b.getParameters().size(); }},
       {"ports", [](HABMBlock const& b) { return b.getPorts().size(); }},
       {"port connections", [](HABMBlock const& b) { return b.getPortConnections().size(); }},
+      {"interfaces", [](HABMBlock const& b) { return b.getInterfaces().size(); }},
+      {"interface connections", [](HABMBlock const& b) { return b.getInterfaceConnections().size(); }},
+      {"bridges", [](HABMBlock const& b) { return b.getBridges().size(); }},
       {"address spaces", [](HABMBlock const& b) { return b.getAddrSpaces().size(); }},
       {"memory maps", [](HABMBlock const& b) { return b.getMemoryMaps().size(); }},
       {"address blocks",
@@ -144,6 +148,23 @@ int runGenerate(Invocation const& inv) {
   return code;
 }
 
+int runInfer(Invocation const& inv) {
+  auto const top = readOrSay(inv.positional[0], *inv.err);
+  if (!top) {
+    return EXIT_FAILED;
+  }
+  auto const instance = inv.options.find("--instance");
+  std::string const path = instance == inv.options.end() ? "/" : instance->second;
+  // "/" names the top block itself, which no sub-block search finds.
+  HABMBlock* block = path == "/" ? top.get() : top->findSubBlock(path, true);
+  if (block == nullptr) {
+    *inv.err << "bmtool infer: no block at '" << path << "'\n";
+    return EXIT_FAILED;
+  }
+  block->inferAbstractions();
+  return writeOrSay(inv.positional[1], *top, *inv.err);
+}
+
 }  // namespace
 
 Command makeInfoCommand() {
@@ -187,6 +208,22 @@ Command makeGenerateCommand() {
   c.minArgs = 1;
   c.maxArgs = 1;
   c.run = runGenerate;
+  return c;
+}
+
+Command makeInferCommand() {
+  Command c;
+  c.name = "infer";
+  c.summary = "infer bus interfaces and their connections on one block";
+  c.usage = "bmtool infer IN OUT [--instance PATH]";
+  c.help =
+      "Reads IN, rebuilds the interfaces of the block at PATH (the top block by default) from its ports'\n"
+      "OV_INTERFACE_... attributes and its interface connections from its nets, and writes the whole\n"
+      "design to OUT. The block's earlier interfaces and interface connections are replaced.\n";
+  c.options = {"--instance"};
+  c.minArgs = 2;
+  c.maxArgs = 2;
+  c.run = runInfer;
   return c;
 }
 

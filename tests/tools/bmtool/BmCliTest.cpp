@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <fstream>
 #include <regex>
 #include <sstream>
 
@@ -45,6 +46,8 @@ TEST(BmCliTest, ExitCodesSeparateUsageErrorsFromSuccess) {
       {{"generate", "/tmp/x.bm", "--depth", "x"}, bmtool::EXIT_USAGE},
       {{"generate", "/tmp/x.bm", "--depth=40", "--fanout=10"}, bmtool::EXIT_USAGE},
       {{"generate", "/tmp/x.bm", "--depth"}, bmtool::EXIT_USAGE},
+      {{"infer", "/no/such/file.bm", "/tmp/x.bm"}, bmtool::EXIT_FAILED},
+      {{"infer", "/tmp/x.bm"}, bmtool::EXIT_USAGE},
   };
   for (auto const& c : cases) {
     EXPECT_EQ(run(c.args).code, c.code) << ::testing::PrintToString(c.args);
@@ -96,6 +99,29 @@ TEST(BmCliTest, GenerateConvertAndInfoAgreeOnTheDesign) {
   }
   std::remove(plain.c_str());
   std::remove(packed.c_str());
+}
+
+TEST(BmCliTest, InferRebuildsTheNamedBlockOnly) {
+  std::string const in = ::testing::TempDir() + "bmcli_infer_in.bm";
+  std::string const out = ::testing::TempDir() + "bmcli_infer_out.bm";
+  std::ofstream(in)
+      << R"({"top_block":{"module_name":"top","contents":{"sub_blocks":{"u0":{"module_name":"m",)"
+      << R"("boundary":{"ports":{"clk":{"type":"wire","direction":"in","attributes":{)"
+      << R"("OV_INTERFACE_INFO":{"value":"orvane:signal:clock:1.0 CLK CLK"}}}}}}}}}})";
+  auto const countInterfaces = [&](std::string const& file) {
+    CliRun const info = run({"info", file});
+    std::smatch m;
+    return std::regex_search(info.out, m, std::regex("\ninterfaces +([0-9]+)\n")) ? m[1].str() : info.out;
+  };
+  ASSERT_EQ(run({"infer", in, out, "--instance", "/u0"}).code, bmtool::EXIT_OK);
+  EXPECT_EQ(countInterfaces(out), "1");
+  ASSERT_EQ(run({"infer", out, out}).code, bmtool::EXIT_OK);  // the top block alone: u0 keeps its interface
+  EXPECT_EQ(countInterfaces(out), "1");
+  CliRun const missing = run({"infer", in, out, "--instance", "/u9"});
+  EXPECT_EQ(missing.code, bmtool::EXIT_FAILED);
+  EXPECT_NE(missing.err.find("no block at '/u9'"), std::string::npos) << missing.err;
+  std::remove(in.c_str());
+  std::remove(out.c_str());
 }
 
 TEST(BmCliTest, FailedReadsPrintTheCatalogueSentence) {

@@ -194,3 +194,34 @@ TEST_F(HABMJsonBus, PortMapNeedsItsPhysicalPort) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(HABMJsonBusExample, TheExampleDesignsLinksResolveAndInferenceReproducesThem) {
+  auto const soc = HABMBlock::readTopBlock(HUTFile(std::string(MZ_EXAMPLES_DIR) + "/soc.bm"));
+  ASSERT_NE(soc, nullptr);
+  EXPECT_TRUE(soc->check());
+  std::vector<std::pair<std::string, std::string>> stored;
+  for (HABMInterfaceConnection const* c : soc->getInterfaceConnections()) {
+    EXPECT_TRUE(c->isValid()) << c->getName();
+    stored.emplace_back(c->getSourcePath(false), c->getTargetPath(false));
+  }
+  for (HABMBridge const* b : soc->getSubBlock("xbar")->getBridges()) {
+    EXPECT_TRUE(HABMBridge::canBridge(*b->getParent(), b->getSourceName(), b->getTargetName()))
+        << b->getName();
+    EXPECT_TRUE(b->hasRemaps());
+  }
+  HABMBlock* dma = soc->findSubBlock("/periph/dma0", true);
+  ASSERT_NE(dma, nullptr);
+  EXPECT_FALSE(dma->hasInterfaces());
+  dma->inferAbstractions();
+  EXPECT_EQ(dma->getInterfaces().size(), 6U);
+  soc->inferAbstractions();
+  std::vector<std::pair<std::string, std::string>> inferred;
+  for (HABMInterfaceConnection const* c : soc->getInterfaceConnections()) {
+    inferred.emplace_back(c->getSourcePath(false), c->getTargetPath(false));
+  }
+  EXPECT_EQ(inferred, stored);
+}
+
+}  // namespace
