@@ -17,6 +17,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -144,7 +145,7 @@ class ParentInterfaces {
   using ByName = std::unordered_map<std::string, std::vector<HABMInterface*>>;
   // Only looked up, never walked, so the order of the pointer keys reaches no output.
   std::unordered_map<HABMBlock const*, std::unique_ptr<ByName>> byBlock_;
-  std::vector<HABMInterface*> const none_;
+  std::vector<HABMInterface*> const none_{};
 };
 
 }  // namespace

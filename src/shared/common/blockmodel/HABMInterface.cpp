@@ -108,8 +108,6 @@ constexpr ChildTexts kPortMapTexts{"Created port map '%s' on interface '%s'.%s\n
 
 }  // namespace
 
-constexpr HABMInterface::InterfaceType HABMInterface::InterfaceTypes[8];
-
 HABMInterface::HABMInterface(HABMBlock const& parent, std::string name)
     : parent_(parent),
       name_(std::move(name)),

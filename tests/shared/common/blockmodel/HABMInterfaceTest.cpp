@@ -219,12 +219,6 @@ TEST_F(HABMInterfaceOnBlock, ModePredicates) {
   }
 }
 
-TEST_F(HABMInterfaceOnBlock, VisibilityIsTheBlocks) {
-  EXPECT_TRUE(s_->isVisible());
-  top_->setTransparent(false);
-  EXPECT_FALSE(s_->isVisible());
-}
-
 TEST_F(HABMInterfaceOnBlock, ReferencesExcludeEachOtherOnlyWhenSet) {
   HABMAddrSpace* space = u0_->createAddrSpace("a");
   HABMMemoryMap* map = u0_->createMemoryMap("m");
