@@ -1,4 +1,5 @@
-// HABMUtils.h: small text helpers of the block model: VLNV splitting and wildcard matching.
+// HABMUtils.h: small text helpers of the block model: VLNV splitting, wildcard matching and the comment
+// headers of generated files.
 #pragma once
 
 #include <string>
@@ -16,4 +17,10 @@ class HABMUtils {
   /// more pattern needs at least one more text character, so "a**" does not match "a". Time is bounded by
   /// pattern length times text length.
   static bool wildcard_match(std::string pattern, std::string text);
+  /// The copyright header of a generated file: three lines, each `prefix`, a blank and the text, the
+  /// second ending in the current year, the third a rule. Every line ends in a newline.
+  static std::string get_copyright_header(std::string const& prefix);
+  /// The disclaimer of a generated file: 44 lines, each `prefix` directly followed by the text, five
+  /// paragraphs parted by lines of the prefix alone. Every line ends in a newline.
+  static std::string get_disclaimer(std::string const& prefix);
 };

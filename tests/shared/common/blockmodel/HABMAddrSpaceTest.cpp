@@ -39,15 +39,11 @@ class HABMAddrSpaceTree : public ::testing::Test {
 };
 
 TEST_F(HABMAddrSpaceTree, NewSpaceAndSegmentHaveTheDefaults) {
-  EXPECT_EQ(space_->getRange(), HABMAddrValue(std::uint64_t{0}, std::uint64_t{1} << 32));
   EXPECT_EQ(space_->getRange(), HABMAddrValue::CONST_4G());
   EXPECT_TRUE(space_->getAddrSegments().empty());
-  EXPECT_EQ(space_->getParent(), u1_);
   HABMAddrSegment* seg = space_->createAddrSegment("seg");
   EXPECT_EQ(seg->getMemoryType(), HABMAddrSegment::TYPE_BOTH);
-  EXPECT_EQ(seg->getOffset(), HABMAddrValue::CONST_0());
-  EXPECT_EQ(seg->getRange(), HABMAddrValue::CONST_64K());
-  EXPECT_EQ(seg->getParent(), space_);
+  EXPECT_EQ(seg->getAperture(), HABMAddrAperture::DEFAULT());
 }
 
 TEST_F(HABMAddrSpaceTree, PathsPutTheSpaceUnderItsBlock) {
@@ -55,36 +51,26 @@ TEST_F(HABMAddrSpaceTree, PathsPutTheSpaceUnderItsBlock) {
   EXPECT_EQ(top_->createAddrSpace("s")->createAddrSegment("seg")->getPath(), "/s/seg");
 }
 
-TEST_F(HABMAddrSpaceTree, AnEmptyNameCountsTheSegments) {
+// An empty name takes the count as it stands; the generated name is not tested, so it may repeat.
+TEST_F(HABMAddrSpaceTree, AnEmptyNameTakesTheCountUntestedSoItMayRepeat) {
   EXPECT_EQ(space_->createAddrSegment("")->getName(), "segment_0");
+  space_->createAddrSegment("");
   space_->createAddrSegment("a");
-  space_->createAddrSegment("b");
-  EXPECT_EQ(space_->createAddrSegment("")->getName(), "segment_3");
+  HABMAddrSegment* third = space_->createAddrSegment("");
+  EXPECT_EQ(third->getName(), "segment_3");
+  EXPECT_TRUE(space_->removeAddrSegment("segment_0"));
+  ASSERT_NE(space_->createAddrSegment(""), nullptr);
+  EXPECT_EQ(namesOf(space_->getAddrSegments()),
+            (std::vector<std::string>{"segment_1", "a", "segment_3", "segment_3"}));
+  EXPECT_EQ(space_->getAddrSegment("segment_3"), third);
 }
 
-TEST_F(HABMAddrSpaceTree, AGeneratedNameIsNotTestedSoItMayRepeat) {
-  HABMAddrSegment* first = space_->createAddrSegment("");
-  HABMAddrSegment* second = space_->createAddrSegment("");
-  ASSERT_EQ(second->getName(), "segment_1");
-  EXPECT_TRUE(space_->removeAddrSegment(first->getName()));
-  HABMAddrSegment* again = space_->createAddrSegment("");
-  ASSERT_NE(again, nullptr);
-  EXPECT_EQ(again->getName(), "segment_1");
-  EXPECT_EQ(space_->getAddrSegment("segment_1"), second);
-  EXPECT_EQ(namesOf(space_->getAddrSegments()), (std::vector<std::string>{"segment_1", "segment_1"}));
-}
-
-TEST_F(HABMAddrSpaceTree, ASeparatorOrATakenNameIsRefused) {
+TEST_F(HABMAddrSpaceTree, SegmentsRefuseSeparatedAndTakenNamesAndRemovalKeepsTheOrder) {
   EXPECT_EQ(space_->createAddrSegment("a/b"), nullptr);
-  HABMAddrSegment* x = space_->createAddrSegment("x");
-  EXPECT_EQ(space_->createAddrSegment("x"), nullptr);
-  EXPECT_EQ(space_->getAddrSegments(), (std::vector<HABMAddrSegment*>{x}));
-}
-
-TEST_F(HABMAddrSpaceTree, RemovalKeepsTheOrderOfTheRest) {
   for (char const* name : {"a", "b", "c"}) {
     space_->createAddrSegment(name);
   }
+  EXPECT_EQ(space_->createAddrSegment("b"), nullptr);
   EXPECT_FALSE(space_->removeAddrSegment("zz"));
   EXPECT_TRUE(space_->removeAddrSegment("b"));
   EXPECT_EQ(namesOf(space_->getAddrSegments()), (std::vector<std::string>{"a", "c"}));
@@ -185,9 +171,8 @@ TEST(HABMAddrSpaceTrace, SpacesAndSegmentsAreTracedWithTheirTexts) {
   s->clearAddrSegments();
   u1->removeAddrSpace("s");
   u1->clearAddrSpaces();
-  using T = std::pair<std::string, unsigned int>;
   EXPECT_EQ(habm_test::tracesOf(capture),
-            (std::vector<T>{
+            (habm_test::Traces{
                 {"Created address space 's' on block '/u1'.\n", kChildMask},
                 {"Failed to create address space 's' on block '/u1'.\n", kBlockMask},
                 {"Created address segment 'segment_0' on address space '/u1/s'.\n", kChildMask},

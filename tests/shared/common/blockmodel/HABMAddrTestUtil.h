@@ -90,9 +90,12 @@ inline std::unique_ptr<HABMBlock> makeAddrDesign() {
   return top;
 }
 
+/// Captured traces as text and mask.
+using Traces = std::vector<std::pair<std::string, unsigned int>>;
+
 /// The texts and masks of the captured traces.
-inline std::vector<std::pair<std::string, unsigned int>> tracesOf(ComMsgCapture const& capture) {
-  std::vector<std::pair<std::string, unsigned int>> out;
+inline Traces tracesOf(ComMsgCapture const& capture) {
+  Traces out;
   for (auto const& r : capture.records()) {
     out.emplace_back(r.text, r.mask);
   }

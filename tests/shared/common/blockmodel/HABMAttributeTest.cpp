@@ -11,7 +11,6 @@ TEST(HABMAttributeVocabulary, NamesAreTheirTextsExceptTheDowngradeWarning) {
   EXPECT_EQ(A::BLACK_BOX(), "BLACK_BOX");
   EXPECT_EQ(A::QDK_KERNAL(), "QDK_KERNAL");
   EXPECT_EQ(A::DOWNGRADE_IP_WARNINGS(), "DowngradeIPIdentifiedWarnings");
-  EXPECT_EQ(&A::OPM_NOC(), &A::OPM_NOC());  // one constant, built once
 }
 
 TEST(HABMAttributeVocabulary, BlockAndPortNamesAreRecognisedIgnoringCase) {

@@ -222,9 +222,8 @@ TEST(HABMMemoryMapTrace, NestedChildrenAreTracedByTheirPath) {
   regs->removeRegister("ctrl");
   map->removeAddrBlock("regs");
   u1->removeMemoryMap("m");
-  using T = std::pair<std::string, unsigned int>;
   EXPECT_EQ(habm_test::tracesOf(capture),
-            (std::vector<T>{
+            (habm_test::Traces{
                 {"Created memory map 'm' on block '/u1'.\n", kChildMask},
                 {"Failed to create memory map '' on block '/u1'.\n", kBlockMask},
                 {"Created address block '/u1/m/regs'.\n", kChildMask},

@@ -32,7 +32,6 @@ TEST(HABMPathTest, PredicatesAnswerFalseForTheEmptyPath) {
   EXPECT_TRUE(HABMPath::is_relative("a/b"));
   EXPECT_TRUE(HABMPath::is_terminated("a/"));
   EXPECT_TRUE(HABMPath::has_separator("a/b"));
-  EXPECT_EQ(HABMPath::SEPARATOR(), '/');
 }
 
 TEST(HABMPathTest, TerminateAppendsOneSeparatorOnlyWhenMissing) {

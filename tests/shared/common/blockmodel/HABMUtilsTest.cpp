@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -87,6 +90,58 @@ TEST(HABMUtilsVlnv, FourPiecesFillTheOutputsAndAnythingElseClearsThem) {
     EXPECT_FALSE(HABMUtils::splitVLNV(bad, v, l, n, r)) << bad;
     EXPECT_TRUE(v.empty() && l.empty() && n.empty() && r.empty()) << bad;
   }
+}
+
+}  // namespace
+
+namespace {
+
+std::vector<std::string> linesOf(std::string const& text) {
+  std::vector<std::string> lines;
+  std::size_t start = 0;
+  for (std::size_t nl = text.find('\n'); nl != std::string::npos; nl = text.find('\n', start)) {
+    lines.push_back(text.substr(start, nl - start));
+    start = nl + 1;
+  }
+  EXPECT_EQ(start, text.size()) << "every line ends in a newline";
+  return lines;
+}
+
+TEST(HABMUtilsHeaders, CopyrightHeaderEndsInThisYearAndOnlyThePrefixVaries) {
+  std::time_t const now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  std::string const year = std::to_string(local.tm_year + 1900);
+  auto const slashes = linesOf(HABMUtils::get_copyright_header("//"));
+  auto const hashes = linesOf(HABMUtils::get_copyright_header("#"));
+  auto const bare = linesOf(HABMUtils::get_copyright_header(""));
+  ASSERT_EQ(slashes.size(), 3U);
+  ASSERT_EQ(hashes.size(), 3U);
+  ASSERT_EQ(bare.size(), 3U);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(slashes[i].substr(0, 3), "// ");
+    EXPECT_EQ(slashes[i].substr(2), hashes[i].substr(1));
+    EXPECT_EQ(bare[i].front(), ' ');
+  }
+  EXPECT_NE(slashes[1].find("-" + year + " "), std::string::npos) << slashes[1];
+  EXPECT_EQ(slashes[2], "// " + std::string(79, '-'));
+}
+
+TEST(HABMUtilsHeaders, DisclaimerHasFiveParagraphsOf44LinesWithThePrefixGlued) {
+  auto const lines = linesOf(HABMUtils::get_disclaimer("//"));
+  ASSERT_EQ(lines.size(), 44U);
+  std::vector<std::size_t> paragraphs = {0};
+  for (auto const& line : lines) {
+    ASSERT_EQ(line.substr(0, 2), "//");
+    if (line == "//") {
+      paragraphs.push_back(0);
+    } else {
+      ++paragraphs.back();
+    }
+  }
+  EXPECT_EQ(paragraphs, (std::vector<std::size_t>{3, 21, 13, 2, 1}));
+  EXPECT_EQ(lines.back(), "// DO NOT MODIFY THIS FILE.");
+  EXPECT_EQ(linesOf(HABMUtils::get_disclaimer("")).front().front(), ' ');
 }
 
 }  // namespace
