@@ -9,11 +9,6 @@
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMTrace.h"
 
-// NoC interfaces are derived from the bus interfaces; the step joins the pass once the block has them.
-#if __has_include("blockmodel/HABMNocInterface.h")
-#define HABM_BLOCK_HAS_NOC_INTERFACES 1
-#endif
-
 #include <boost/algorithm/string/predicate.hpp>
 
 #include <map>
@@ -156,9 +151,8 @@ void HABMBlock::inferAbstractions() {
   }
   inferInterfaces();
   inferInterfaceConnections();
-#ifdef HABM_BLOCK_HAS_NOC_INTERFACES
-  inferNocInterfaces();
-#endif
+  // NoC interfaces are derived from the bus interfaces: their inference runs here, last, once the
+  // block has them.
 }
 
 void HABMBlock::inferInterfaces() {
