@@ -1,10 +1,14 @@
 // HABMPortBench.cpp: a block with many ports and port connections: building it through the checked
-// creators, and looking every port up by name and by absolute path.
+// creators, looking every port up by name and by absolute path, writing and reading it as a file.
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMPortConnection.h"
+#include "util/HUTFile.h"
 
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
+#include <filesystem>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,6 +71,41 @@ void BM_FindPortByPath(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
+
+// The same block through a block model file.
+std::string const& wideFile(std::size_t count) {
+  static std::map<std::size_t, std::string> files;
+  auto& path = files[count];
+  if (path.empty()) {
+    path = (std::filesystem::temp_directory_path() / ("mz_bench_ports_" + std::to_string(count) + ".bm"))
+               .string();
+    HABMBlock::writeTopBlock(HUTFile(path), *wideBlock(portNames(count)), true);
+  }
+  return path;
+}
+
+void BM_WriteFile(benchmark::State& state) {
+  auto const count = static_cast<std::size_t>(state.range(0));
+  auto const top = wideBlock(portNames(count));
+  std::string const out = wideFile(count) + ".out";
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(HABMBlock::writeTopBlock(HUTFile(out), *top, false));
+  }
+  std::remove(out.c_str());
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void BM_ReadFile(benchmark::State& state) {
+  std::string const& path = wideFile(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state) {
+    auto top = HABMBlock::readTopBlock(HUTFile(path));
+    benchmark::DoNotOptimize(top.get());
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+BENCHMARK(BM_WriteFile)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_ReadFile)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 BENCHMARK(BM_CreatePortsAndConnections)
     ->Arg(10000)
