@@ -81,8 +81,9 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 }
 
 std::vector<Command> const& commands() {
-  static std::vector<Command> const all = {makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),
-                                           makeInferCommand(), makeAddrCommand()};
+  static std::vector<Command> const all = {makeInfoCommand(),  makeConvertCommand(), makeGenerateCommand(),
+                                           makeInferCommand(), makeStubCommand(),    makeWrapperCommand(),
+                                           makeAddrCommand()};
   return all;
 }
 

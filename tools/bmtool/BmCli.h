@@ -55,5 +55,7 @@ Command makeInfoCommand();
 Command makeConvertCommand();
 Command makeGenerateCommand();
 Command makeInferCommand();
+Command makeStubCommand();
+Command makeWrapperCommand();
 
 }  // namespace bmtool

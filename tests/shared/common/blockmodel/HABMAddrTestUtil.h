@@ -32,6 +32,10 @@ struct HABMTestPeer {
   static void clone(HABMInterface& to, HABMInterface const& from) { to.clone(from); }
   static void clone(HABMBridge& to, HABMBridge const& from) { to.clone(from); }
   static void clone(HABMInterfaceConnection& to, HABMInterfaceConnection const& from) { to.clone(from); }
+  /// Hosts hand one definition object to several interfaces; files and factories never do.
+  static void shareAbstractionDefinition(HABMInterface& to, HABMInterface const& from) {
+    to.abstractionDefinition_ = from.abstractionDefinition_;
+  }
 };
 
 namespace habm_test {
