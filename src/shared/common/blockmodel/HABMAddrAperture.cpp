@@ -8,7 +8,7 @@
 
 namespace {
 
-enum class Form { kNone, kBaseRange, kBaseHigh };
+enum class Form { NONE, BASE_RANGE, BASE_HIGH };
 
 // The three text forms, each a whole-text match with blanks allowed around every part:
 //   base[range]        a field, "[", a field, "]"
@@ -20,21 +20,21 @@ Form matchForm(std::string_view text, std::string_view& first, std::string_view&
   scan.space();
   first = scan.word();
   if (first.empty()) {
-    return Form::kNone;
+    return Form::NONE;
   }
   if (scan.spaceToEnd()) {
     if (first.size() < 2) {
-      return Form::kNone;
+      return Form::NONE;
     }
     second = first.substr(first.size() - 1);
     first.remove_suffix(1);
-    return Form::kBaseRange;
+    return Form::BASE_RANGE;
   }
   if (scan.eat('[')) {
     scan.space();
     second = scan.word();
     scan.space();
-    return !second.empty() && scan.eat(']') && scan.spaceToEnd() ? Form::kBaseRange : Form::kNone;
+    return !second.empty() && scan.eat(']') && scan.spaceToEnd() ? Form::BASE_RANGE : Form::NONE;
   }
   bool const colon = scan.eat(':');
   if (colon) {
@@ -42,9 +42,9 @@ Form matchForm(std::string_view text, std::string_view& first, std::string_view&
   }
   second = scan.word();
   if (second.empty() || !scan.spaceToEnd()) {
-    return Form::kNone;
+    return Form::NONE;
   }
-  return colon ? Form::kBaseHigh : Form::kBaseRange;
+  return colon ? Form::BASE_HIGH : Form::BASE_RANGE;
 }
 
 HABMAddrValue readValue(std::string_view field) {
@@ -61,13 +61,13 @@ HABMAddrAperture::HABMAddrAperture(std::string const& text) {
   std::string_view first;
   std::string_view second;
   switch (matchForm(trimmed, first, second)) {
-    case Form::kNone:
+    case Form::NONE:
       return;
-    case Form::kBaseRange:
+    case Form::BASE_RANGE:
       base_ = readValue(first);
       range_ = readValue(second);
       return;
-    case Form::kBaseHigh:
+    case Form::BASE_HIGH:
       base_ = readValue(first);
       setHighAddress(readValue(second));
       return;
