@@ -10,6 +10,7 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMBridge.h"
+#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMInterfaceConnection.h"
@@ -21,7 +22,6 @@
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
-#include "isl/iostreams/filtering_stream.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTEnv.h"
@@ -175,33 +175,18 @@ bool HABMJsonWriter::writeBlock(HUTFile const& file, HABMBlock const& block, boo
   if (!file.getFullPath(path)) {
     path = file.getPath();
   }
-  using OutStream = isl::iostreams::filtering_stream<isl::iostreams::output>;
-  std::unique_ptr<OutStream> stream;
-  bool result = false;
-  try {
-    if (removeFirst && file.exists()) {
-      file.rm();
-    }
-    if (HUTEnv::isHostInsideOrvane() && prettyParam()) {
-      stream = std::make_unique<OutStream>(path, std::ios_base::binary);
-    } else {
-      stream = std::make_unique<OutStream>(path, isl::iostreams::xp_latest(std::ios_base::binary),
-                                           std::ios_base::failbit);
-    }
-    if (stream->good()) {
-      result = HABMJsonWriter(file).marshal(block, *stream);
-    }
-  } catch (...) {
-    result = false;
-  }
-  try {
-    if (stream && !result) {
-      stream->discard();  // whatever file was there stays as it was
-    }
-    result = stream && stream->close() && result;
-  } catch (...) {
-    result = false;
-  }
+  bool const result = habm_detail::writeFileAllOrNothing(
+      [&] {
+        if (removeFirst && file.exists()) {
+          file.rm();
+        }
+        using habm_detail::OutStream;
+        return HUTEnv::isHostInsideOrvane() && prettyParam()
+                   ? std::make_unique<OutStream>(path, std::ios_base::binary)
+                   : std::make_unique<OutStream>(path, isl::iostreams::xp_latest(std::ios_base::binary),
+                                                 std::ios_base::failbit);
+      },
+      [&](std::ostream& out) { return HABMJsonWriter(file).marshal(block, out); });
   if (!result) {
     sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", 0x20000000U, "@90-7@%s", path.c_str());
   }

@@ -6,11 +6,11 @@
 #include "blockmodel/HABMAbstractionDefinitionPort.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMUtils.h"
-#include "isl/iostreams/filtering_stream.h"
 #include "msg/ComMsgMgr.h"
 
 #include <boost/algorithm/string/join.hpp>
@@ -119,26 +119,12 @@ std::string const& HABMSVlogWriter::OV_INTERFACE_PARAMETER() {
 }
 
 bool HABMSVlogWriter::writeSVEO(std::string const& path, HABMBlock const& block) {
-  using OutStream = isl::iostreams::filtering_stream<isl::iostreams::output>;
-  std::unique_ptr<OutStream> stream;
-  bool result = false;
-  try {
-    stream = std::make_unique<OutStream>(path, std::ios_base::binary);
-    if (stream->good()) {
-      HABMSVlogWriter().generateBDWrapperSVEO(block, *stream);
-      result = stream->good();
-    }
-  } catch (...) {
-    result = false;
-  }
-  try {
-    if (stream && !result) {
-      stream->discard();  // a half-written wrapper never replaces the file
-    }
-    result = stream && stream->close() && result;
-  } catch (...) {
-    result = false;
-  }
+  bool const result = habm_detail::writeFileAllOrNothing(
+      [&] { return std::make_unique<habm_detail::OutStream>(path, std::ios_base::binary); },
+      [&](std::ostream& out) {
+        HABMSVlogWriter().generateBDWrapperSVEO(block, out);
+        return true;
+      });
   if (!result) {
     sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", 0x20000000U, "@56-598@%s", path.c_str());
   }

@@ -4,13 +4,13 @@
 
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMUtils.h"
-#include "isl/iostreams/filtering_stream.h"
 #include "msg/ComMsgMgr.h"
 
 #include <boost/algorithm/string/join.hpp>
@@ -131,28 +131,14 @@ bool HABMVlogWriter::writeStub(HUTFile const& file, HABMBlock const& block, bool
   if (!file.getFullPath(path)) {
     path = file.getPath();
   }
-  using OutStream = isl::iostreams::filtering_stream<isl::iostreams::output>;
-  std::unique_ptr<OutStream> stream;
-  bool result = false;
-  try {
-    if (removeFirst && file.exists()) {
-      file.rm();
-    }
-    stream = std::make_unique<OutStream>(path, std::ios_base::binary);
-    if (stream->good()) {
-      result = HABMVlogWriter(file).marshal(block, *stream) && stream->good();
-    }
-  } catch (...) {
-    result = false;
-  }
-  try {
-    if (stream && !result) {
-      stream->discard();  // a half-written stub never replaces the file
-    }
-    result = stream && stream->close() && result;
-  } catch (...) {
-    result = false;
-  }
+  bool const result = habm_detail::writeFileAllOrNothing(
+      [&] {
+        if (removeFirst && file.exists()) {
+          file.rm();
+        }
+        return std::make_unique<habm_detail::OutStream>(path, std::ios_base::binary);
+      },
+      [&](std::ostream& out) { return HABMVlogWriter(file).marshal(block, out); });
   if (!result) {
     sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", 0x20000000U, "@90-7@%s", path.c_str());
   }
