@@ -1,8 +1,10 @@
 // BmCli.cpp: common options, subcommand dispatch and help texts of bmtool.
 #include "BmCli.h"
 
+#include "blockmodel/HABMBlock.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
+#include "util/HUTFile.h"
 
 #include <algorithm>
 #include <cctype>
@@ -54,6 +56,25 @@ std::optional<unsigned> Invocation::count(std::string const& option, unsigned fa
     return std::nullopt;
   }
   return static_cast<unsigned>(std::stoul(text));
+}
+
+std::unique_ptr<HABMBlock> readDesign(Invocation const& inv, std::string const& path) {
+  auto block = HABMBlock::readTopBlock(HUTFile(path));
+  if (!block) {
+    *inv.err << "bmtool: could not read '" << path << "'\n";
+  }
+  return block;
+}
+
+HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top) {
+  auto const instance = inv.options.find("--instance");
+  std::string const path = instance == inv.options.end() ? "/" : instance->second;
+  // "/" names the top block itself, which no sub-block search finds.
+  HABMBlock* block = path == "/" ? &top : top.findSubBlock(path, true);
+  if (block == nullptr) {
+    *inv.err << "bmtool: no block at '" << path << "'\n";
+  }
+  return block;
 }
 
 void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows) {

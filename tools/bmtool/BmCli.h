@@ -4,9 +4,12 @@
 #include <functional>
 #include <iosfwd>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+class HABMBlock;
 
 namespace bmtool {
 
@@ -42,6 +45,13 @@ struct Command {
 
 /// Every subcommand, in the order `--help` lists them.
 std::vector<Command> const& commands();
+
+/// Reads the block model file at `path`; null, after a line on the invocation's error stream, when it
+/// cannot be read.
+std::unique_ptr<HABMBlock> readDesign(Invocation const& inv, std::string const& path);
+/// The block that "--instance PATH" names in `top` (the top block itself without the option, or for "/");
+/// null, after a line on the error stream, when there is none.
+HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top);
 
 /// Prints rows as columns separated by two blanks; trailing empty cells leave no blanks behind.
 void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows);

@@ -76,16 +76,8 @@ std::vector<HABMBlock const*> allBlocks(HABMBlock const& top) {
   return out;
 }
 
-std::unique_ptr<HABMBlock> readOrSay(std::string const& path, std::ostream& err) {
-  auto block = HABMBlock::readTopBlock(HUTFile(path));
-  if (!block) {
-    err << "bmtool: could not read '" << path << "'\n";
-  }
-  return block;
-}
-
 int runInfo(Invocation const& inv) {
-  auto const top = readOrSay(inv.positional[0], *inv.err);
+  auto const top = readDesign(inv, inv.positional[0]);
   if (!top) {
     return EXIT_FAILED;
   }
@@ -121,7 +113,7 @@ int runConvert(Invocation const& inv) {
   if (inv.hasFlag("--pretty")) {
     pretty.emplace("project.prettyBlockModelWriter", "true");
   }
-  auto const top = readOrSay(inv.positional[0], *inv.err);
+  auto const top = readDesign(inv, inv.positional[0]);
   return top ? writeOrSay(inv.positional[1], *top, *inv.err) : EXIT_FAILED;
 }
 
@@ -149,16 +141,12 @@ int runGenerate(Invocation const& inv) {
 }
 
 int runInfer(Invocation const& inv) {
-  auto const top = readOrSay(inv.positional[0], *inv.err);
+  auto const top = readDesign(inv, inv.positional[0]);
   if (!top) {
     return EXIT_FAILED;
   }
-  auto const instance = inv.options.find("--instance");
-  std::string const path = instance == inv.options.end() ? "/" : instance->second;
-  // "/" names the top block itself, which no sub-block search finds.
-  HABMBlock* block = path == "/" ? top.get() : top->findSubBlock(path, true);
+  HABMBlock* block = selectedBlock(inv, *top);
   if (block == nullptr) {
-    *inv.err << "bmtool infer: no block at '" << path << "'\n";
     return EXIT_FAILED;
   }
   block->inferAbstractions();

@@ -19,18 +19,9 @@ using Writer = std::function<bool(std::string const& out, HABMBlock const& block
 
 // Reads the file, finds the block named by --instance (the top block by default) and writes it.
 int runHdl(Invocation const& inv, std::string const& command, Writer const& write) {
-  std::string const& in = inv.positional[0];
-  auto const top = HABMBlock::readTopBlock(HUTFile(in));
-  if (!top) {
-    *inv.err << "bmtool " << command << ": could not read '" << in << "'\n";
-    return EXIT_FAILED;
-  }
-  auto const instance = inv.options.find("--instance");
-  std::string const path = instance == inv.options.end() ? "/" : instance->second;
-  // "/" names the top block itself, which no sub-block search finds.
-  HABMBlock const* block = path == "/" ? top.get() : top->findSubBlock(path, true);
+  auto const top = readDesign(inv, inv.positional[0]);
+  HABMBlock const* block = top ? selectedBlock(inv, *top) : nullptr;
   if (block == nullptr) {
-    *inv.err << "bmtool " << command << ": no block at '" << path << "'\n";
     return EXIT_FAILED;
   }
   if (!write(inv.positional[1], *block)) {
