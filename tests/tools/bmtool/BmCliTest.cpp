@@ -58,16 +58,10 @@ TEST(BmCliTest, AddrPrintsEveryFormAndTreatsNegativeNumbersAsTexts) {
   CliRun const r = run({"addr", "0x1_0000", "-1", "--", "-v", "zz"});
   ASSERT_EQ(r.code, bmtool::EXIT_OK) << r.err;
   std::istringstream lines(r.out);
-  std::string header;
-  std::string first;
-  std::string second;
-  std::string third;
-  std::string fourth;
-  std::getline(lines, header);
-  std::getline(lines, first);
-  std::getline(lines, second);
-  std::getline(lines, third);
-  std::getline(lines, fourth);
+  std::string header, first, second, third, fourth;
+  for (std::string* line : {&header, &first, &second, &third, &fourth}) {
+    std::getline(lines, *line);
+  }
   EXPECT_EQ(header.rfind("text", 0), 0U);
   EXPECT_NE(first.find("yes"), std::string::npos);
   EXPECT_NE(first.find("0x1_0000"), std::string::npos);

@@ -5,6 +5,7 @@
 #include "blockmodel/HABMPort.h"
 #include "util/HUTFile.h"
 
+#include "../../shared/common/blockmodel/HABMTestFiles.h"
 #include "BmCli.h"
 
 #include <gtest/gtest.h>
@@ -35,25 +36,11 @@ struct ToolRun {
 ToolRun runTool(std::string const& command) {
   std::string output;
   FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-  if (pipe == nullptr) {
-    return {-1, "could not start: " + command};
-  }
   char buffer[4096];
-  while (std::size_t const n = std::fread(buffer, 1, sizeof buffer, pipe)) {
+  while (std::size_t const n = pipe == nullptr ? 0 : std::fread(buffer, 1, sizeof buffer, pipe)) {
     output.append(buffer, n);
   }
-  return {pclose(pipe), output};
-}
-
-bool haveTool(std::string const& probe) {
-  return runTool(probe).status == 0;
-}
-
-std::string readText(fs::path const& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
+  return {pipe == nullptr ? -1 : pclose(pipe), output};
 }
 
 // The lines strictly between the line holding `startTag` and the line holding `endTag`.
@@ -91,47 +78,27 @@ CutWrapper cutWrapper(std::string const& text) {
       cut.hasInterfacePorts = true;
       continue;
     }
-    std::istringstream words(line);
-    std::string word;
-    std::string last;
-    while (words >> word) {
-      last = word;
-    }
-    if (last.empty()) {
-      continue;
-    }
-    if (last.back() == ',') {
+    // The last word, "[3:0]d" with its range, names the wire.
+    std::string last = line.substr(line.find_last_of(' ') + 1);
+    if (!last.empty() && last.back() == ',') {
       last.pop_back();
     }
-    // "[3:0]d" keeps its range on the wire.
-    wires += "  wire " + last + ";\n";
+    if (!last.empty()) {
+      wires += "  wire " + last + ";\n";
+    }
   }
   cut.top = "module mz_check_top;\n" + wires + stretch(text, "// INTF_TAG", "//-- INTF_TAG_END") +
             stretch(text, "// INST_TAG", "//-- INST_TAG_END") + "endmodule\n";
   return cut;
 }
 
-class BmHdlToolTest : public ::testing::Test {
+class BmHdlToolTest : public habm_test::TempDirTest {
  protected:
-  void SetUp() override {
-    // CTest runs the tests of this file side by side.
-    dir_ = fs::temp_directory_path() /
-           ("bm_hdl_tool_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
-  }
-  void TearDown() override {
-    if (!HasFailure()) {
-      fs::remove_all(dir_);
-    }
-  }
-
   void requireTools() {
-    if (!haveTool("verilator --version")) {
-      GTEST_SKIP() << "verilator is not installed";
-    }
-    if (!haveTool("iverilog -V")) {
-      GTEST_SKIP() << "iverilog is not installed";
+    for (char const* probe : {"verilator --version", "iverilog -V"}) {
+      if (runTool(probe).status != 0) {
+        GTEST_SKIP() << "not installed: " << probe;
+      }
     }
   }
 
@@ -149,7 +116,7 @@ class BmHdlToolTest : public ::testing::Test {
 
   void checkWrapper(fs::path const& wrapper, fs::path const& stub) {
     SCOPED_TRACE(wrapper.string());
-    CutWrapper const cut = cutWrapper(readText(wrapper));
+    CutWrapper const cut = cutWrapper(habm_test::bytes(wrapper.string()));
     fs::path const module = dir_ / (wrapper.stem().string() + "_module.sv");
     fs::path const top = dir_ / (wrapper.stem().string() + "_top.sv");
     std::ofstream(module, std::ios::binary) << cut.module;
@@ -162,8 +129,6 @@ class BmHdlToolTest : public ::testing::Test {
       expectAccepted("iverilog -g2012" + include + " -s mz_check_top -o /dev/null " + files);
     }
   }
-
-  fs::path dir_;
 };
 
 // Every block in depth-first order.

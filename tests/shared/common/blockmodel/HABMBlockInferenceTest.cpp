@@ -149,94 +149,86 @@ TEST(HABMBlockInference, RunsAreRepeatableButConsumeTheAttributes) {
   EXPECT_TRUE(describe(*first).empty());
 }
 
-TEST(HABMBlockInference, IgnoreMarkIsRemovedWhateverItSays) {
-  auto block = HABMBlock::createTopBlock("m");
-  using A = HABMAttribute;
-  addPort(*block, "a", HABMPort::DIR_IN,
-          {{A::OV_INTERFACE_IGNORE(), "false"}, {A::OV_INTERFACE_INFO(), info(kClock, "C", "CLK")}});
-  addPort(*block, "b", HABMPort::DIR_IN,
-          {{A::OV_INTERFACE_IGNORE(), "yes"}, {A::OV_INTERFACE_INFO(), info(kReset, "R", "RST")}});
-  block->inferInterfaces();
-  EXPECT_EQ(describe(*block),
-            (Lines{"C [orvane:signal:clock:1.0] slave CLK:a", "R [orvane:signal:reset:1.0] slave RST:b"}));
-  EXPECT_TRUE(leftAttributes(*block).empty());
-}
-
-TEST(HABMBlockInference, OnePortInTwoInterfacesAttachesLaterRecordsToTheLast) {
-  auto block = HABMBlock::createTopBlock("m");
-  addPort(*block, "clk", HABMPort::DIR_OUT,
-          {{"ov_interface_info", info(kClock, "CA", "CLK") + ", " + info(kClock, "CB", "CLK")},
-           {"Ov_Interface_Mode", "master"},
-           {"OV_INTERFACE_PARAMETER", "FREQ_HZ 5"}});
-  block->inferInterfaces();
-  EXPECT_EQ(describe(*block), (Lines{"CA [orvane:signal:clock:1.0] master CLK:clk",
-                                     "CB [orvane:signal:clock:1.0] master FREQ_HZ=5 CLK:clk"}));
-}
-
-struct MonitorCase {
-  char const* mode;
-  char const* expected;
+struct PortSpec {
+  char const* name;
+  HABMPort::PortDirection direction;
+  Attrs attrs;
 };
 
-TEST(HABMBlockInference, MonitorModesNameTheWatchedSide) {
-  MonitorCase const cases[] = {
-      {"monitor slave S_AXI", "monitor_slave"},
-      {"MONITOR system S_AXI", "monitor_system"},
-      {"monitor foo S_AXI", "monitor_master"},
-      {"monitor", "master"},  // removed, changes nothing: the out port makes a master
-      {"", "master"},
-      {"mirroredMaster S_AXI", "slave"},
+struct SmallCase {
+  char const* what;
+  std::vector<PortSpec> ports;
+  Lines expected;
+};
+
+TEST(HABMBlockInference, SmallBlocksGiveTheirWholeSetAndKeepNoReadAttribute) {
+  using A = HABMAttribute;
+  auto const wdata = [](char const* mode) {
+    return std::vector<PortSpec>{
+        {"wdata",
+         HABMPort::DIR_OUT,
+         {{A::OV_INTERFACE_INFO(), info(kAximm, "S_AXI", "WDATA")}, {A::OV_INTERFACE_MODE(), mode}}}};
   };
-  for (auto const& c : cases) {
+  auto const monitor = [](char const* mode) {
+    return Lines{std::string("S_AXI [orvane:interface:aximm:1.0] ") + mode + " WDATA:wdata"};
+  };
+  SmallCase const cases[] = {
+      {"an ignore mark is removed whatever it says",
+       {{"a",
+         HABMPort::DIR_IN,
+         {{A::OV_INTERFACE_IGNORE(), "false"}, {A::OV_INTERFACE_INFO(), info(kClock, "C", "CLK")}}},
+        {"b",
+         HABMPort::DIR_IN,
+         {{A::OV_INTERFACE_IGNORE(), "yes"}, {A::OV_INTERFACE_INFO(), info(kReset, "R", "RST")}}}},
+       {"C [orvane:signal:clock:1.0] slave CLK:a", "R [orvane:signal:reset:1.0] slave RST:b"}},
+      {"one port in two interfaces: later records go to the last",
+       {{"clk",
+         HABMPort::DIR_OUT,
+         {{"ov_interface_info", info(kClock, "CA", "CLK") + ", " + info(kClock, "CB", "CLK")},
+          {"Ov_Interface_Mode", "master"},
+          {"OV_INTERFACE_PARAMETER", "FREQ_HZ 5"}}}},
+       {"CA [orvane:signal:clock:1.0] master CLK:clk",
+        "CB [orvane:signal:clock:1.0] master FREQ_HZ=5 CLK:clk"}},
+      {"monitor slave", wdata("monitor slave S_AXI"), monitor("monitor_slave")},
+      {"monitor system", wdata("MONITOR system S_AXI"), monitor("monitor_system")},
+      {"monitor of an unknown side", wdata("monitor foo S_AXI"), monitor("monitor_master")},
+      {"a lone monitor changes nothing: the out port makes a master", wdata("monitor"), monitor("master")},
+      {"empty mode", wdata(""), monitor("master")},
+      {"mirrored master", wdata("mirroredMaster S_AXI"), monitor("slave")},
+      {"an unnamed mode before the info is dropped",
+       {{"wdata",
+         HABMPort::DIR_OUT,
+         {{A::OV_INTERFACE_MODE(), "slave"},
+          {A::OV_INTERFACE_PARAMETER(), "LOST 1"},
+          {A::OV_INTERFACE_INFO(), info(kAximm, "S_AXI", "WDATA")}}}},
+       {"S_AXI [orvane:interface:aximm:1.0] master WDATA:wdata"}},
+      {"the final mode decides what the reference names",
+       {{"wdata",
+         HABMPort::DIR_OUT,
+         {{A::OV_INTERFACE_INFO(), info(kAximm, "A", "WDATA")},
+          {A::OV_INTERFACE_ADDRESSING(), "ORV_INTERFACENAME A, MODE master, ADDRESSSPACEREF s"},
+          {A::OV_INTERFACE_MODE(), "slave"}}},
+        {"other",
+         HABMPort::DIR_IN,
+         {{A::OV_INTERFACE_ADDRESSING(), "ORV_INTERFACENAME B, ADDRESSSPACEREF t"}}}},
+       {"A [orvane:interface:aximm:1.0] slave map=s WDATA:wdata"}},
+      {"a parameter-only interface is a slave without bus",
+       {{"x", HABMPort::DIR_OUT, {{A::OV_INTERFACE_PARAMETER(), "ORV_INTERFACENAME P, WIDTH 8, WIDTH 16"}}}},
+       {"P [] slave WIDTH=16"}},
+      {"a later record for a logical name replaces the mapping",
+       {{"d0", HABMPort::DIR_IN, {{A::OV_INTERFACE_INFO(), info(kAxis, "S", "TDATA")}}},
+        {"d1", HABMPort::DIR_IN, {{A::OV_INTERFACE_INFO(), info(kAxis, "S", "TDATA")}}}},
+       {"S [orvane:interface:axis:1.0] slave TDATA:d1"}},
+  };
+  for (SmallCase const& c : cases) {
     auto block = HABMBlock::createTopBlock("m");
-    addPort(*block, "wdata", HABMPort::DIR_OUT,
-            {{HABMAttribute::OV_INTERFACE_INFO(), info(kAximm, "S_AXI", "WDATA")},
-             {HABMAttribute::OV_INTERFACE_MODE(), c.mode}});
+    for (PortSpec const& p : c.ports) {
+      addPort(*block, p.name, p.direction, p.attrs);
+    }
     block->inferInterfaces();
-    EXPECT_EQ(describe(*block),
-              (Lines{std::string("S_AXI [orvane:interface:aximm:1.0] ") + c.expected + " WDATA:wdata"}))
-        << c.mode;
-    EXPECT_TRUE(leftAttributes(*block).empty()) << c.mode;
+    EXPECT_EQ(describe(*block), c.expected) << c.what;
+    EXPECT_TRUE(leftAttributes(*block).empty()) << c.what;
   }
-}
-
-TEST(HABMBlockInference, UnnamedModeBeforeTheInfoIsDropped) {
-  auto block = HABMBlock::createTopBlock("m");
-  addPort(*block, "wdata", HABMPort::DIR_OUT,
-          {{HABMAttribute::OV_INTERFACE_MODE(), "slave"},
-           {HABMAttribute::OV_INTERFACE_PARAMETER(), "LOST 1"},
-           {HABMAttribute::OV_INTERFACE_INFO(), info(kAximm, "S_AXI", "WDATA")}});
-  block->inferInterfaces();
-  EXPECT_EQ(describe(*block), (Lines{"S_AXI [orvane:interface:aximm:1.0] master WDATA:wdata"}));
-  EXPECT_TRUE(leftAttributes(*block).empty());
-}
-
-TEST(HABMBlockInference, FinalModeDecidesWhatTheReferenceNames) {
-  auto block = HABMBlock::createTopBlock("m");
-  addPort(*block, "wdata", HABMPort::DIR_OUT,
-          {{HABMAttribute::OV_INTERFACE_INFO(), info(kAximm, "A", "WDATA")},
-           {HABMAttribute::OV_INTERFACE_ADDRESSING(), "ORV_INTERFACENAME A, MODE master, ADDRESSSPACEREF s"},
-           {HABMAttribute::OV_INTERFACE_MODE(), "slave"}});
-  addPort(*block, "other", HABMPort::DIR_IN,
-          {{HABMAttribute::OV_INTERFACE_ADDRESSING(), "ORV_INTERFACENAME B, ADDRESSSPACEREF t"}});
-  block->inferInterfaces();
-  EXPECT_EQ(describe(*block), (Lines{"A [orvane:interface:aximm:1.0] slave map=s WDATA:wdata"}));
-}
-
-TEST(HABMBlockInference, ParameterOnlyInterfaceIsASlaveWithoutBus) {
-  auto block = HABMBlock::createTopBlock("m");
-  addPort(*block, "x", HABMPort::DIR_OUT,
-          {{HABMAttribute::OV_INTERFACE_PARAMETER(), "ORV_INTERFACENAME P, WIDTH 8, WIDTH 16"}});
-  block->inferInterfaces();
-  EXPECT_EQ(describe(*block), (Lines{"P [] slave WIDTH=16"}));
-}
-
-TEST(HABMBlockInference, LaterRecordForALogicalNameReplacesTheMapping) {
-  auto block = HABMBlock::createTopBlock("m");
-  addPort(*block, "d0", HABMPort::DIR_IN, {{HABMAttribute::OV_INTERFACE_INFO(), info(kAxis, "S", "TDATA")}});
-  addPort(*block, "d1", HABMPort::DIR_IN, {{HABMAttribute::OV_INTERFACE_INFO(), info(kAxis, "S", "TDATA")}});
-  block->inferInterfaces();
-  EXPECT_EQ(describe(*block), (Lines{"S [orvane:interface:axis:1.0] slave TDATA:d1"}));
 }
 
 TEST(HABMBlockInference, ProgressLinesNameTheBlock) {

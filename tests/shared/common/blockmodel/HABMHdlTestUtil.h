@@ -11,15 +11,16 @@
 #include "blockmodel/HABMPortMap.h"
 
 #include "HABMAddrTestUtil.h"
+#include "HABMTestFiles.h"
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,20 @@ inline HABMPort* port(HABMBlock& block, std::string const& name, HABMPort::PortD
 
 inline HABMPort* wirePort(HABMBlock& block, std::string const& name, HABMPort::PortDirection direction) {
   return port(block, name, direction, 0, 0, true);
+}
+
+/// Each logical name mapped onto the physical port `prefix` + its lower-case form.
+inline std::vector<std::pair<std::string, std::string>> prefixed(std::string const& prefix,
+                                                                 std::vector<std::string> const& logicals) {
+  std::vector<std::pair<std::string, std::string>> maps;
+  for (std::string const& logical : logicals) {
+    std::string physical = prefix;
+    for (char c : logical) {
+      physical += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    maps.emplace_back(logical, physical);
+  }
+  return maps;
 }
 
 inline HABMInterface* busInterface(HABMBlock& block, std::string const& name, std::string const& vlnv,
@@ -139,21 +154,14 @@ inline std::unique_ptr<HABMBlock> makeAxiBlock() {
   wirePort(*top, "m_axis_tready", HABMPort::DIR_IN);
   wirePort(*top, "irq", HABMPort::DIR_OUT);
 
-  HABMInterface* s = busInterface(*top, "S_AXI", kAxiMM, HABMInterface::MODE_SLAVE,
-                                  {{"AWID", "s_axi_awid"},
-                                   {"AWADDR", "s_axi_awaddr"},
-                                   {"AWVALID", "s_axi_awvalid"},
-                                   {"AWREADY", "s_axi_awready"},
-                                   {"WDATA", "s_axi_wdata"},
-                                   {"WVALID", "s_axi_wvalid"},
-                                   {"WREADY", "s_axi_wready"},
-                                   {"BID", "s_axi_bid"}});
+  HABMInterface* s = busInterface(
+      *top, "S_AXI", kAxiMM, HABMInterface::MODE_SLAVE,
+      prefixed("s_axi_", {"AWID", "AWADDR", "AWVALID", "AWREADY", "WDATA", "WVALID", "WREADY", "BID"}));
   s->createParameter("PROTOCOL", "AXI4");
   s->createParameter("FREQ_HZ", "100000000");
   define(*s, axiMMSubset());
-  HABMInterface* m =
-      busInterface(*top, "M_AXIS", kAxiS, HABMInterface::MODE_MASTER,
-                   {{"TDATA", "m_axis_tdata"}, {"TVALID", "m_axis_tvalid"}, {"TREADY", "m_axis_tready"}});
+  HABMInterface* m = busInterface(*top, "M_AXIS", kAxiS, HABMInterface::MODE_MASTER,
+                                  prefixed("m_axis_", {"TDATA", "TVALID", "TREADY"}));
   define(*m, axiSSubset());
   busInterface(*top, "ACLK", kClock, HABMInterface::MODE_SLAVE, {{"CLK", "aclk"}})
       ->createParameter("ASSOCIATED_BUSIF", "S_AXI:M_AXIS");
@@ -170,10 +178,10 @@ inline std::unique_ptr<HABMBlock> makeSharedDefinitionBlock() {
     wirePort(*top, prefix + "_axi_awvalid", HABMPort::DIR_IN);
   }
   HABMInterface* s0 = busInterface(*top, "S0_AXI", kAxiMM, HABMInterface::MODE_SLAVE,
-                                   {{"AWADDR", "s0_axi_awaddr"}, {"AWVALID", "s0_axi_awvalid"}});
+                                   prefixed("s0_axi_", {"AWADDR", "AWVALID"}));
   define(*s0, axiMMSubset());
   HABMInterface* s1 = busInterface(*top, "S1_AXI", kAxiMM, HABMInterface::MODE_SLAVE,
-                                   {{"AWADDR", "s1_axi_awaddr"}, {"AWVALID", "s1_axi_awvalid"}});
+                                   prefixed("s1_axi_", {"AWADDR", "AWVALID"}));
   HABMTestPeer::shareAbstractionDefinition(*s1, *s0);
   return top;
 }
@@ -191,13 +199,12 @@ inline std::unique_ptr<HABMBlock> makeMonitorBlock() {
   port(*top, "sys_data", HABMPort::DIR_OUT, 31, 0);
   port(*top, "loose_tdata", HABMPort::DIR_IN, 15, 0);
 
-  HABMInterface* mon = busInterface(
-      *top, "MON", kAxiS, HABMInterface::MODE_MONITOR_SLAVE,
-      {{"TDATA", "mon_tdata"}, {"TUSER", "mon_tuser"}, {"TVALID", "mon_tvalid"}, {"TREADY", "mon_tready"}});
+  HABMInterface* mon = busInterface(*top, "MON", kAxiS, HABMInterface::MODE_MONITOR_SLAVE,
+                                    prefixed("mon_", {"TDATA", "TUSER", "TVALID", "TREADY"}));
   mon->createParameter("HAS_TREADY", "1");
   define(*mon, axiSSubset());
   HABMInterface* spy = busInterface(*top, "SPY", kAxiMM, HABMInterface::MODE_MONITOR_MASTER,
-                                    {{"AWADDR", "spy_awaddr"}, {"AWVALID", "spy_awvalid"}});
+                                    prefixed("spy_", {"AWADDR", "AWVALID"}));
   define(*spy, axiMMSubset());
   busInterface(*top, "SYS", "acme:user:status:1.0", HABMInterface::MODE_SYSTEM, {{"DATA", "sys_data"}});
   HABMInterface* loose =
@@ -221,13 +228,6 @@ inline std::vector<GoldenCase> const& goldenCases() {
   return cases;
 }
 
-inline std::string readBytes(std::string const& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 /// The generated text with the current year of the copyright header replaced by "YYYY".
 inline std::string maskYear(std::string text) {
   std::time_t const now = std::time(nullptr);
@@ -249,8 +249,8 @@ inline void expectGolden(std::string const& relative, std::string const& generat
     std::ofstream(path, std::ios::binary) << masked;
     return;
   }
-  EXPECT_EQ(readBytes(path), masked) << "golden file " << path
-                                     << " differs; rerun with MZ_UPDATE_GOLDEN=1 to regenerate it";
+  EXPECT_EQ(habm_test::bytes(path), masked)
+      << "golden file " << path << " differs; rerun with MZ_UPDATE_GOLDEN=1 to regenerate it";
 }
 
 }  // namespace habm_hdl_test

@@ -18,13 +18,8 @@ using C = HABMInterfaceConnection;
 constexpr unsigned int kBlockMask = 0x1000000U;
 constexpr unsigned int kChildMask = 0x1000002U;
 
-std::vector<std::pair<std::string, unsigned int>> traces(ComMsgCapture const& capture) {
-  std::vector<std::pair<std::string, unsigned int>> out;
-  for (auto const& r : capture.records()) {
-    out.emplace_back(r.text, r.mask);
-  }
-  return out;
-}
+using habm_test::Traces;
+using habm_test::tracesOf;
 
 // Top with "/u0" (S_AXI slave aximm, M_AXI master aximm, S_AXIS slave axis, MON monitor aximm, SYS system
 // aximm) and "/u1" (M_AXI master aximm), and "/u0/core" (M master aximm).
@@ -65,18 +60,19 @@ class HABMBusTree : public ::testing::Test {
 
 // Interface connections.
 
-TEST_F(HABMBusTree, NewConnectionIsEmptyAndResolvesNothing) {
+TEST_F(HABMBusTree, PathsAreStoredRelativeResolvedAtAnyDepthAndGiveTheType) {
   C* c = top_->createInterfaceConnection("c", false);
   EXPECT_EQ(c->getConnectionType(), HABMPortConnection::SOFT);
   EXPECT_EQ(c->getPath(), "/c");
   EXPECT_FALSE(c->isValid());
   EXPECT_EQ(c->getInterfaceType(), I::TYPE_UNKNOWN);
   EXPECT_FALSE(c->isAddressable());
-}
-
-TEST_F(HABMBusTree, PathsAreStoredRelativeAndResolvedAtAnyDepth) {
-  C* c = top_->createInterfaceConnection("c", false);
+  EXPECT_TRUE(c->setTargetPath("u0/S_AXIS"));
+  EXPECT_EQ(c->getInterfaceType(), I::TYPE_AXIS);  // the target's type while there is no source
+  EXPECT_FALSE(c->isAddressable());
   EXPECT_TRUE(c->setSourcePath("/u0/core/M"));
+  EXPECT_EQ(c->getInterfaceType(), I::TYPE_AXIMM);
+  EXPECT_TRUE(c->isAddressable());
   EXPECT_TRUE(c->setTargetPath("u1/M_AXI"));
   EXPECT_EQ(c->getSourcePath(false), "u0/core/M");
   EXPECT_EQ(c->getTargetPath(true), "/u1/M_AXI");
@@ -86,16 +82,6 @@ TEST_F(HABMBusTree, PathsAreStoredRelativeAndResolvedAtAnyDepth) {
   C* inner = u0_->createInterfaceConnection("i", false);
   EXPECT_FALSE(inner->setSourcePath("/u1/M_AXI"));  // outside "/u0": stored empty
   EXPECT_EQ(inner->getSourcePath(false), "");
-}
-
-TEST_F(HABMBusTree, TypeComesFromTheSourceThenTheTarget) {
-  C* c = top_->createInterfaceConnection("c", false);
-  c->setTargetPath("u0/S_AXIS");
-  EXPECT_EQ(c->getInterfaceType(), I::TYPE_AXIS);
-  EXPECT_FALSE(c->isAddressable());
-  c->setSourcePath("u0/M_AXI");
-  EXPECT_EQ(c->getInterfaceType(), I::TYPE_AXIMM);
-  EXPECT_TRUE(c->isAddressable());
 }
 
 TEST_F(HABMBusTree, VisibilityIsTheParentBlocksOwn) {
@@ -108,8 +94,10 @@ TEST_F(HABMBusTree, VisibilityIsTheParentBlocksOwn) {
   EXPECT_FALSE(c->isVisible());
 }
 
-TEST(HABMInterfaceConnectionType, TextsAreSharedWithPortConnections) {
+TEST(HABMInterfaceConnectionType, TextsAndNumbersAreSharedWithPortConnections) {
   EXPECT_EQ(C::encodeConnectionType("HARD"), HABMPortConnection::HARD);
+  EXPECT_EQ(HABMPortConnection::HARD, 1);
+  EXPECT_EQ(HABMPortConnection::UNKNOWN, 2);
   EXPECT_EQ(C::encodeConnectionType("firm"), HABMPortConnection::UNKNOWN);
   EXPECT_EQ(C::decodeConnectionType(HABMPortConnection::UNKNOWN), "");
   EXPECT_EQ(C::decodeConnectionType(HABMPortConnection::SOFT), "soft");
@@ -142,8 +130,8 @@ TEST_F(HABMBusTree, ByEndsCreatorTracesAndForceSkipsTheCheck) {
   C* forced = top_->createInterfaceConnection("u0/core/M", "u0/S_AXI", true);
   ASSERT_TRUE(made && forced);
   EXPECT_EQ(forced->getSourceInterface(), deep_);
-  EXPECT_EQ(traces(capture),
-            (std::vector<std::pair<std::string, unsigned int>>{
+  EXPECT_EQ(tracesOf(capture),
+            (Traces{
                 {"Created interface connection 'interface_connection_0' on block '/'.\n", kChildMask},
                 {"Connected interface connection '/interface_connection_0' from source interface '/u1/M_AXI' "
                  "to target interface '/u0/S_AXI'.\n",
@@ -158,24 +146,19 @@ TEST_F(HABMBusTree, ByEndsCreatorTracesAndForceSkipsTheCheck) {
             }));
 }
 
-TEST_F(HABMBusTree, RemovedInterfaceLeavesTheConnectionDanglingByText) {
+TEST_F(HABMBusTree, RemovedInterfaceLeavesTheConnectionDanglingByTextAndACloneCopiesIt) {
   C* c = top_->createInterfaceConnection("u1/M_AXI", "u0/S_AXI", false);
   ASSERT_TRUE(u0_->removeInterface("S_AXI"));
   EXPECT_EQ(c->getTargetPath(false), "u0/S_AXI");
   EXPECT_EQ(c->getTargetInterface(), nullptr);
   EXPECT_FALSE(c->isValid());
   EXPECT_EQ(c->getInterfaceType(), I::TYPE_AXIMM);
-}
-
-TEST_F(HABMBusTree, ConnectionCloneCopiesTypeAndPaths) {
-  C* c = top_->createInterfaceConnection("u1/M_AXI", "u0/S_AXI", false);
   c->setConnectionType(HABMPortConnection::HARD);
   auto other = HABMBlock::createTopBlock("o");
   C* copy = other->createInterfaceConnection(c->getName(), false);
   HABMTestPeer::clone(*copy, *c);
   EXPECT_EQ(copy->getConnectionType(), HABMPortConnection::HARD);
-  EXPECT_EQ(copy->getSourcePath(false), "u1/M_AXI");
-  EXPECT_EQ(copy->getTargetPath(false), "u0/S_AXI");
+  habm_test::expectSame(*copy, *c, habm_test::kSource, habm_test::kTarget);
 }
 
 TEST_F(HABMBusTree, ConnectionFindsAndRemoval) {
@@ -232,8 +215,8 @@ TEST_F(HABMBusTree, ByEndsBridgeTracesWithTheBlockMask) {
   EXPECT_EQ(b->getTargetInterface(), m_);
   EXPECT_EQ(u0_->createBridge("M_AXI", "S_AXI"), nullptr);
   EXPECT_TRUE(u0_->removeBridge("bridge_0"));
-  EXPECT_EQ(traces(capture),
-            (std::vector<std::pair<std::string, unsigned int>>{
+  EXPECT_EQ(tracesOf(capture),
+            (Traces{
                 {"Created bridge 'bridge_0' on block '/u0'.\n", kChildMask},
                 {"Connected bridge '/u0/bridge_0' from source interface '/u0/S_AXI' to target interface "
                  "'/u0/M_AXI'.\n",
@@ -254,9 +237,8 @@ TEST_F(HABMBusTree, BridgeRemapsAreReplacedAndCloned) {
   auto other = HABMBlock::createTopBlock("o");
   HABMBridge* copy = other->createBridge("");
   HABMTestPeer::clone(*copy, *b);
-  EXPECT_EQ(copy->getName(), "bridge_0");
-  EXPECT_EQ(copy->getSourceName(), "S_AXI");
-  EXPECT_EQ(copy->getTargetName(), "M_AXI");
+  habm_test::expectSame(*copy, *b, &HABMBridge::getName, &HABMBridge::getSourceName,
+                        &HABMBridge::getTargetName, &HABMBridge::getRemaps);
   EXPECT_EQ(copy->getRemaps(), remaps);
   b->setRemaps({});
   EXPECT_FALSE(b->hasRemaps());

@@ -6,51 +6,17 @@
 #include "util/HUTFile.h"
 
 #include "HABMAddrTestUtil.h"
-#include "HABMTreeCompare.h"
+#include "HABMTestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 namespace {
 
-namespace fs = std::filesystem;
-
-class HABMJsonAddr : public ::testing::Test {
- protected:
-  void SetUp() override {
-    dir_ = fs::temp_directory_path() /
-           ("mz_bm_addr_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
-  }
-  void TearDown() override { fs::remove_all(dir_); }
-
-  std::string path(std::string const& name) const { return (dir_ / name).string(); }
-  static std::string bytes(std::string const& p) {
-    std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  }
-  // Reads `topBlock`, the text of a "top_block" object, into a new block; null when the read fails.
-  std::unique_ptr<HABMBlock> read(std::string const& topBlock) const {
-    std::ofstream(path("in.bm"), std::ios::binary) << R"({"top_block":)" << topBlock << "}";
-    return HABMBlock::readTopBlock(HUTFile(path("in.bm")));
-  }
-
-  fs::path dir_;
-};
+using HABMJsonAddr = habm_test::TempDirTest;
 
 TEST_F(HABMJsonAddr, EveryFieldOfEveryAddressClassRoundTrips) {
-  auto const tree = habm_test::makeAddrDesign();
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("a.bm")), *tree, false));
-  auto const back = HABMBlock::readTopBlock(HUTFile(path("a.bm")));
+  auto const back = roundTrip(*habm_test::makeAddrDesign(), "a.bm");
   ASSERT_NE(back, nullptr);
-  EXPECT_TRUE(back->check());
-  habm_test::expectSameTree(*tree, *back);
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("b.bm")), *back, false));
-  EXPECT_EQ(bytes(path("a.bm")), bytes(path("b.bm")));
   // The paths came back relative and still resolve.
   HABMAddrAssign const* local = back->getSubBlock("u0")->getAddrAssign("local");
   EXPECT_EQ(local->getSourceAddrBlock(), back->findAddrBlock("/u0/m/regs", true));
@@ -63,8 +29,7 @@ TEST_F(HABMJsonAddr, MembersStandInTheirOrderAndDefaultsAreLeftOut) {
   mem->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
   mem->createRegister("r")->createField("f");
   top->createAddrAssign("");
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("d.bm")), *top, false));
-  EXPECT_EQ(bytes(path("d.bm")),
+  EXPECT_EQ(written(*top),
             R"({"schema":"tessel:schema:block_model:1.0","top_block":{"module_name":"t","boundary":{)"
             R"("memory_maps":{"m":{"range":"0x1_0000_0000","address_blocks":{"mem":{"type":"memory",)"
             R"("offset":"0x0","range":"0x1_0000","registers":{"r":{"offset":"0x0","width":32,)"
@@ -121,8 +86,8 @@ TEST_F(HABMJsonAddr, AMissingRequiredFieldFailsTheFile) {
 }
 
 TEST_F(HABMJsonAddr, ReplaceEmptiesTheAddressCollectionsOfAPresentGroup) {
-  std::ofstream(path("r.bm"), std::ios::binary)
-      << R"({"top_block":{"module_name":"t","boundary":{"address_spaces":{"s":{"range":"1K"}}}}})";
+  habm_test::put(path("r.bm"),
+                 R"({"top_block":{"module_name":"t","boundary":{"address_spaces":{"s":{"range":"1K"}}}}})");
   auto target = HABMBlock::createTopBlock("t");
   target->createMemoryMap("old");
   target->createAddrSpace("old");

@@ -11,45 +11,23 @@
 #include "msg/ComMsgMgr.h"
 #include "util/HUTFile.h"
 
-#include "HABMTreeCompare.h"
+#include "HABMTestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 namespace {
 
-namespace fs = std::filesystem;
 using I = HABMInterface;
+using HABMJsonBus = habm_test::TempDirTest;
 
 HABMAddrAperture aperture(char const* text) {
   return HABMAddrAperture(std::string(text));
 }
 
-class HABMJsonBus : public ::testing::Test {
- protected:
-  void SetUp() override {
-    dir_ = fs::temp_directory_path() /
-           ("mz_bm_bus_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
-  }
-  void TearDown() override { fs::remove_all(dir_); }
-
-  std::string path(std::string const& name) const { return (dir_ / name).string(); }
-  static std::string bytes(std::string const& p) {
-    std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  }
-  std::unique_ptr<HABMBlock> read(std::string const& topBlock) const {
-    std::ofstream(path("in.bm"), std::ios::binary) << R"({"top_block":)" << topBlock << "}";
-    return HABMBlock::readTopBlock(HUTFile(path("in.bm")));
-  }
-
-  fs::path dir_;
-};
+HABMAddrRemap remap(char const* source, char const* target, char const* range) {
+  return HABMAddrRemap(HABMAddrValue(std::string(source)), HABMAddrValue(std::string(target)),
+                       HABMAddrValue(std::string(range)));
+}
 
 // A top with a master "/cpu" and an interconnect "/xbar" that bridges its slave to its master with remaps;
 // every bus field differs from its default somewhere.
@@ -80,11 +58,7 @@ std::unique_ptr<HABMBlock> makeBusDesign() {
   xm->setInterfaceMode(I::MODE_MASTER);
   xbar->createInterface("MON", false)->setInterfaceMode(I::MODE_MONITOR_SYSTEM);
   HABMBridge* bridge = xbar->createBridge("S_AXI", "M_AXI");
-  bridge->setRemaps(
-      {HABMAddrRemap(HABMAddrValue(std::string("0x0")), HABMAddrValue(std::string("0x8000_0000")),
-                     HABMAddrValue(std::string("64K"))),
-       HABMAddrRemap(HABMAddrValue(std::string("0x1_0000")), HABMAddrValue(std::string("0x0")),
-                     HABMAddrValue(std::string("4K")))});
+  bridge->setRemaps({remap("0x0", "0x8000_0000", "64K"), remap("0x1_0000", "0x0", "4K")});
   xbar->createBridge("");
   top->createInterfaceConnection("cpu/M_AXI", "xbar/S_AXI", false);
   top->createInterfaceConnection("", false)->setConnectionType(HABMPortConnection::HARD);
@@ -92,14 +66,8 @@ std::unique_ptr<HABMBlock> makeBusDesign() {
 }
 
 TEST_F(HABMJsonBus, EveryBusFieldRoundTrips) {
-  auto const tree = makeBusDesign();
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("a.bm")), *tree, false));
-  auto const back = HABMBlock::readTopBlock(HUTFile(path("a.bm")));
+  auto const back = roundTrip(*makeBusDesign(), "a.bm");
   ASSERT_NE(back, nullptr);
-  EXPECT_TRUE(back->check());
-  habm_test::expectSameTree(*tree, *back);
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("b.bm")), *back, false));
-  EXPECT_EQ(bytes(path("a.bm")), bytes(path("b.bm")));
   HABMInterface const* s = back->findInterface("xbar/S_AXI", true);
   EXPECT_EQ(back->getInterfaceConnections()[0]->getTargetInterface(), s);
   EXPECT_EQ(s->getApertures(true),
@@ -113,12 +81,9 @@ TEST_F(HABMJsonBus, MembersStandInTheirOrderAndDefaultsAreLeftOut) {
   i->setAddrSpaceRef("ignored_on_a_slave");
   i->createPortMap("CLK", "clk")->setPhyRight(0);
   i->setApertures({aperture("0x1000[4K]")}, false);
-  HABMBridge* b = top->createBridge("");
-  b->setRemaps({HABMAddrRemap(HABMAddrValue(std::string("0x0")), HABMAddrValue(std::string("0x8000")),
-                              HABMAddrValue(std::string("4K")))});
+  top->createBridge("")->setRemaps({remap("0x0", "0x8000", "4K")});
   top->createInterfaceConnection("", false);
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("d.bm")), *top, false));
-  EXPECT_EQ(bytes(path("d.bm")),
+  EXPECT_EQ(written(*top),
             R"({"schema":"tessel:schema:block_model:1.0","top_block":{"module_name":"t","boundary":{)"
             R"("interfaces":{"S":{"vlnv":"","mode":"slave","address_apertures":[{"offset":"0x1000",)"
             R"("range":"0x1000"}],"port_maps":{"CLK":{"physical_port":"clk","physical_right":0}}}},)"
@@ -149,10 +114,10 @@ TEST_F(HABMJsonBus, AperturesThatAreNoArrayAreIgnored) {
 TEST_F(HABMJsonBus, FailedApertureKeepsTheOnesBeforeItAndFailsTheRead) {
   ComMsgCapture capture;
   auto const top = HABMBlock::createTopBlock("t");
-  std::ofstream(path("in.bm"), std::ios::binary)
-      << R"({"top_block":{"module_name":"t","boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave",)"
-      << R"("address_apertures":[{"offset":"0x0","range":"4K"},{"offset":"0x8000"},)"
-      << R"({"offset":"0x1_0000","range":"4K"}],"parameters":{"P":{"value":"1"}}}}}}})";
+  habm_test::put(path("in.bm"),
+                 R"({"top_block":{"module_name":"t","boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave",)"
+                 R"("address_apertures":[{"offset":"0x0","range":"4K"},{"offset":"0x8000"},)"
+                 R"({"offset":"0x1_0000","range":"4K"}],"parameters":{"P":{"value":"1"}}}}}}})");
   EXPECT_FALSE(HABMJsonReader::readBlock(HUTFile(path("in.bm")), *top, HABMJsonReader::MODE_REPLACE));
   HABMInterface const* s = top->getInterface("S");
   ASSERT_NE(s, nullptr);
@@ -166,9 +131,7 @@ TEST_F(HABMJsonBus, RemapTakesItsRangeFromTheSource) {
   ASSERT_NE(top, nullptr);
   HABMBridge const* b = top->getBridge("b");
   EXPECT_EQ(b->getSourceName(), "S");
-  EXPECT_EQ(b->getRemaps(), (std::set<HABMAddrRemap>{HABMAddrRemap(HABMAddrValue(std::string("0x1000")),
-                                                                   HABMAddrValue(std::string("0x9000")),
-                                                                   HABMAddrValue(std::string("4K")))}));
+  EXPECT_EQ(b->getRemaps(), (std::set<HABMAddrRemap>{remap("0x1000", "0x9000", "4K")}));
 }
 
 TEST_F(HABMJsonBus, BridgeAndConnectionNeedBothEnds) {
@@ -192,10 +155,6 @@ TEST_F(HABMJsonBus, PortMapNeedsItsPhysicalPort) {
             nullptr);
   EXPECT_EQ(read(R"({"module_name":"t","boundary":{"interfaces":{"S":{"vlnv":""}}}})"), nullptr);
 }
-
-}  // namespace
-
-namespace {
 
 TEST(HABMJsonBusExample, TheExampleDesignsLinksResolveAndInferenceReproducesThem) {
   auto const soc = HABMBlock::readTopBlock(HUTFile(std::string(MZ_EXAMPLES_DIR) + "/soc.bm"));

@@ -8,12 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <sstream>
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace habm_hdl_test;
 
 std::string wrapper(HABMBlock const& block) {
@@ -36,22 +34,17 @@ TEST(HABMSVlogWriterTest, MatchesGoldenFiles) {
   }
 }
 
-TEST(HABMSVlogWriterTest, WritesTheFileAndReportsFailureWithThePath) {
-  fs::path const dir = fs::temp_directory_path() / "habm_svlog_write";
-  fs::remove_all(dir);
-  fs::create_directories(dir);
-  auto const top = makeAxiBlock();
-  std::string const good = (dir / "w.sv").string();
-  ASSERT_TRUE(HABMSVlogWriter::writeSVEO(good, *top));
-  EXPECT_EQ(readBytes(good), wrapper(*top));
+using HABMSVlogWriterFile = habm_test::TempDirTest;
 
-  std::string const bad = (dir / "missing" / "w.sv").string();
+TEST_F(HABMSVlogWriterFile, WritesTheFileAndReportsFailureWithThePath) {
+  auto const top = makeAxiBlock();
+  ASSERT_TRUE(HABMSVlogWriter::writeSVEO(path("w.sv"), *top));
+  EXPECT_EQ(habm_test::bytes(path("w.sv")), wrapper(*top));
   ComMsgCapture capture;
-  EXPECT_FALSE(HABMSVlogWriter::writeSVEO(bad, *top));
+  EXPECT_FALSE(HABMSVlogWriter::writeSVEO(path("missing/w.sv"), *top));
   EXPECT_EQ(capture.formats(), std::vector<std::string>{"@56-598@%s"});
   ASSERT_EQ(capture.texts().size(), 1U);
-  EXPECT_NE(capture.texts()[0].find(bad), std::string::npos);
-  fs::remove_all(dir);
+  EXPECT_NE(capture.texts()[0].find(path("missing/w.sv")), std::string::npos);
 }
 
 TEST(HABMSVlogWriterTest, InterfacePortsFollowTheHeadWhenNoPortStaysFlat) {

@@ -8,28 +8,16 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace {
 
-namespace fs = std::filesystem;
 using namespace habm_hdl_test;
+using habm_test::bytes;
 
-class HABMVlogWriterTest : public ::testing::Test {
+class HABMVlogWriterTest : public habm_test::TempDirTest {
  protected:
-  void SetUp() override {
-    dir_ = fs::temp_directory_path() /
-           ("habm_vlog_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
-  }
-  void TearDown() override { fs::remove_all(dir_); }
-
-  std::string path(std::string const& name) const { return (dir_ / name).string(); }
-
   std::string stub(HABMBlock const& block) const {
     EXPECT_TRUE(HABMVlogWriter::writeStub(HUTFile(path("stub.v")), block, true));
-    return readBytes(path("stub.v"));
+    return bytes(path("stub.v"));
   }
 
   // The declaration section: everything between the port list's end and the stub comment.
@@ -38,8 +26,6 @@ class HABMVlogWriterTest : public ::testing::Test {
     std::size_t const from = text.find(");\n\n") + 4;
     return text.substr(from, text.find("\n\n  // stub") - from);
   }
-
-  fs::path dir_;
 };
 
 TEST_F(HABMVlogWriterTest, MatchesGoldenFiles) {
@@ -112,12 +98,12 @@ TEST_F(HABMVlogWriterTest, FailureLeavesTheFileAndSaysWhere) {
 }
 
 TEST_F(HABMVlogWriterTest, RemoveFirstReplacesAnExistingFile) {
-  std::ofstream(path("stub.v")) << "old";
+  habm_test::put(path("stub.v"), "old");
   auto const top = makePlainBlock();
   ASSERT_TRUE(HABMVlogWriter::writeStub(HUTFile(path("stub.v")), *top, true));
-  EXPECT_EQ(readBytes(path("stub.v")).rfind("// Copyright", 0), 0U);
+  EXPECT_EQ(bytes(path("stub.v")).rfind("// Copyright", 0), 0U);
   ASSERT_TRUE(HABMVlogWriter::writeStub(HUTFile(path("stub.v")), *top, false));
-  EXPECT_EQ(readBytes(path("stub.v")).rfind("// Copyright", 0), 0U);
+  EXPECT_EQ(bytes(path("stub.v")).rfind("// Copyright", 0), 0U);
 }
 
 }  // namespace

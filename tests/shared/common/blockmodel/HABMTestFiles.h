@@ -1,0 +1,80 @@
+// HABMTestFiles.h: a fresh folder for each test, file helpers, and the round trip of a block tree through
+// a block model file.
+#pragma once
+
+#include "blockmodel/HABMBlock.h"
+#include "util/HUTFile.h"
+
+#include "HABMTreeCompare.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+namespace habm_test {
+
+inline std::string bytes(std::string const& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+inline void put(std::string const& path, std::string const& text) {
+  std::ofstream(path, std::ios::binary) << text;
+}
+
+/// Each test gets a folder named after its suite and itself, since CTest runs tests side by side; the
+/// folder of a failed test is kept for a look.
+class TempDirTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    auto const* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    dir_ = std::filesystem::temp_directory_path() /
+           ("mz_" + std::string(test->test_suite_name()) + "_" + test->name());
+    std::filesystem::remove_all(dir_);
+    std::filesystem::create_directories(dir_);
+  }
+  void TearDown() override {
+    if (!HasFailure()) {
+      std::filesystem::remove_all(dir_);
+    }
+  }
+
+  std::string path(std::string const& name) const { return (dir_ / name).string(); }
+
+  /// Reads `topBlock`, the text of a "top_block" object, into a new block; null when the read fails.
+  std::unique_ptr<HABMBlock> read(std::string const& topBlock) const {
+    put(path("in.bm"), R"({"top_block":)" + topBlock + "}");
+    return HABMBlock::readTopBlock(HUTFile(path("in.bm")));
+  }
+
+  /// The bytes a one-line write of `top` gives.
+  std::string written(HABMBlock const& top) const {
+    EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("out.bm")), top, false));
+    return bytes(path("out.bm"));
+  }
+
+  /// Writes `tree` to `name`, reads it back into an equal tree, and checks that a second write gives the
+  /// same bytes; returns the tree read, null when the read failed.
+  std::unique_ptr<HABMBlock> roundTrip(HABMBlock const& tree, std::string const& name) const {
+    EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path(name)), tree, false)) << name;
+    auto back = HABMBlock::readTopBlock(HUTFile(path(name)));
+    if (back == nullptr) {
+      ADD_FAILURE() << "could not read back " << name;
+      return back;
+    }
+    EXPECT_TRUE(back->check());
+    EXPECT_EQ(back->getInstanceName(), "");
+    expectSameTree(tree, *back);
+    EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("again_" + name)), *back, false));
+    EXPECT_EQ(bytes(path(name)), bytes(path("again_" + name))) << name;
+    return back;
+  }
+
+  std::filesystem::path dir_;
+};
+
+}  // namespace habm_test
