@@ -10,6 +10,7 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMBridge.h"
+#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMInterfaceConnection.h"
@@ -118,10 +119,7 @@ bool readCount(rapidjson::Value const& object, std::string const& key, unsigned 
 }  // namespace
 
 bool HABMJsonReader::readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode) {
-  std::string path;
-  if (!file.getFullPath(path)) {
-    path = file.getPath();
-  }
+  std::string const path = habm_detail::fullPathOf(file);
   bool result = false;
   try {
     isl::iostreams::filtering_stream<isl::iostreams::input> in(path, std::ios_base::binary);

@@ -171,15 +171,10 @@ bool anyEmitsMembers(std::vector<T*> const& children) {
 }  // namespace
 
 bool HABMJsonWriter::writeBlock(HUTFile const& file, HABMBlock const& block, bool const& removeFirst) {
-  std::string path;
-  if (!file.getFullPath(path)) {
-    path = file.getPath();
-  }
+  std::string const path = habm_detail::fullPathOf(file);
   bool const result = habm_detail::writeFileAllOrNothing(
       [&] {
-        if (removeFirst && file.exists()) {
-          file.rm();
-        }
+        habm_detail::removeIfAsked(file, removeFirst);
         using habm_detail::OutStream;
         return HUTEnv::isHostInsideOrvane() && prettyParam()
                    ? std::make_unique<OutStream>(path, std::ios_base::binary)

@@ -127,15 +127,10 @@ std::string const& HABMVlogWriter::INDENT() {
 }
 
 bool HABMVlogWriter::writeStub(HUTFile const& file, HABMBlock const& block, bool const& removeFirst) {
-  std::string path;
-  if (!file.getFullPath(path)) {
-    path = file.getPath();
-  }
+  std::string const path = habm_detail::fullPathOf(file);
   bool const result = habm_detail::writeFileAllOrNothing(
       [&] {
-        if (removeFirst && file.exists()) {
-          file.rm();
-        }
+        habm_detail::removeIfAsked(file, removeFirst);
         return std::make_unique<habm_detail::OutStream>(path, std::ios_base::binary);
       },
       [&](std::ostream& out) { return HABMVlogWriter(file).marshal(block, out); });
