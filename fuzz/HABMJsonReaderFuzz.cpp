@@ -1,5 +1,5 @@
-// HABMJsonReaderFuzz.cpp: feeds arbitrary bytes to the block model reader. Whatever reads must write,
-// read back and write again to the same bytes.
+// HABMJsonReaderFuzz.cpp: feeds arbitrary bytes to the block model reader. Whatever reads must hold the
+// model's invariants, write, read back and write again to the same bytes.
 #include "blockmodel/HABMBlock.h"
 #include "util/HUTFile.h"
 
@@ -40,6 +40,9 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
   auto const block = HABMBlock::readTopBlock(HUTFile(input));
   if (!block) {
     return 0;
+  }
+  if (!block->check().empty()) {
+    __builtin_trap();
   }
   std::string const first = scratch("first.bm");
   std::string const second = scratch("second.bm");

@@ -1,8 +1,7 @@
 // BmCommandFile.cpp: "bmtool info", "convert", "generate" and "infer": block model files from the command
 // line.
-#include "blockmodel/HABMAddrBlock.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMMemoryMap.h"
+#include "blockmodel/detail/HABMKinds.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTFile.h"
 
@@ -10,6 +9,7 @@
 #include "BmSynthetic.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <optional>
 #include <ostream>
@@ -18,84 +18,37 @@ namespace bmtool {
 
 namespace {
 
-// What `info` counts, per block; each kind of object adds a row.
-struct CountRow {
-  char const* label;
-  std::function<std::size_t(HABMBlock const&)> perBlock;
-};
+using habm_detail::ChildKind;
 
-std::vector<CountRow> const& countRows() {
-  static std::vector<CountRow> const rows = {
-      {"blocks", [](HABMBlock const&) { return std::size_t{1}; }},
-      {"attributes", [](HABMBlock const& b) { return b.getAttributes().size(); }},
-      {"generics", [](HABMBlock const& b) { return b.getGenerics().size(); }},
-      {"parameters", [](HABMBlock const& b) { return b.getParameters().size(); }},
-      {"ports", [](HABMBlock const& b) { return b.getPorts().size(); }},
-      {"port connections", [](HABMBlock const& b) { return b.getPortConnections().size(); }},
-      {"interfaces", [](HABMBlock const& b) { return b.getInterfaces().size(); }},
-      {"interface connections", [](HABMBlock const& b) { return b.getInterfaceConnections().size(); }},
-      {"bridges", [](HABMBlock const& b) { return b.getBridges().size(); }},
-      {"address spaces", [](HABMBlock const& b) { return b.getAddrSpaces().size(); }},
-      {"memory maps", [](HABMBlock const& b) { return b.getMemoryMaps().size(); }},
-      {"address blocks",
-       [](HABMBlock const& b) {
-         std::size_t n = 0;
-         for (HABMMemoryMap const* map : b.getMemoryMaps()) {
-           n += map->getAddrBlocks().size();
-         }
-         return n;
-       }},
-      {"registers",
-       [](HABMBlock const& b) {
-         std::size_t n = 0;
-         for (HABMMemoryMap const* map : b.getMemoryMaps()) {
-           for (HABMAddrBlock const* block : map->getAddrBlocks()) {
-             n += block->getRegisters().size();
-           }
-         }
-         return n;
-       }},
-      {"address assignments", [](HABMBlock const& b) { return b.getAddrAssigns().size(); }},
-  };
-  return rows;
-}
-
-// Every block in depth-first pre-order, without recursion.
-std::vector<HABMBlock const*> allBlocks(HABMBlock const& top) {
-  std::vector<HABMBlock const*> out;
-  std::vector<HABMBlock const*> stack = {&top};
-  while (!stack.empty()) {
-    HABMBlock const* b = stack.back();
-    stack.pop_back();
-    out.push_back(b);
-    auto const subs = b->getSubBlocks();
-    for (auto it = subs.rbegin(); it != subs.rend(); ++it) {
-      stack.push_back(*it);
-    }
-  }
-  return out;
-}
+// The kinds that `info` counts over the whole tree, in the order of its rows.
+using CountOrder =
+    habm_detail::KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
+                          ChildKind::PORT_CONNECTION, ChildKind::INTERFACE, ChildKind::INTERFACE_CONNECTION,
+                          ChildKind::BRIDGE, ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP,
+                          ChildKind::ADDR_BLOCK, ChildKind::REGISTER, ChildKind::ADDR_ASSIGN>;
 
 int runInfo(Invocation const& inv) {
   auto const top = readDesign(inv, inv.positional[0]);
   if (!top) {
     return EXIT_FAILED;
   }
-  auto const blocks = allBlocks(*top);
   std::vector<std::vector<std::string>> tree = {{"instance path", "module", "vlnv"}};
-  for (HABMBlock const* b : blocks) {
-    tree.push_back({b->getInstancePath(), b->getModuleName(), b->getModuleVlnv()});
-  }
+  std::size_t blocks = 0;
+  std::array<std::size_t, 256> perKind{};
+  habm_detail::forEachBlock(*top, [&](HABMBlock const& b) {
+    tree.push_back({b.getInstancePath(), b.getModuleName(), b.getModuleVlnv()});
+    ++blocks;
+    habm_detail::walkBelow(b, [&](auto kind, auto const&, auto const&) {
+      ++perKind[static_cast<std::size_t>(habm_detail::kindId(kind))];
+    });
+  });
   printTable(*inv.out, tree);
   *inv.out << '\n';
-  std::vector<std::vector<std::string>> counts;
-  for (auto const& row : countRows()) {
-    std::size_t total = 0;
-    for (HABMBlock const* b : blocks) {
-      total += row.perBlock(*b);
-    }
-    counts.push_back({row.label, std::to_string(total)});
-  }
+  std::vector<std::vector<std::string>> counts = {{"blocks", std::to_string(blocks)}};
+  habm_detail::forEachKind(CountOrder{}, [&](auto kind) {
+    counts.push_back({decltype(kind)::LABEL,
+                      std::to_string(perKind[static_cast<std::size_t>(habm_detail::kindId(kind))])});
+  });
   printTable(*inv.out, counts);
   return EXIT_OK;
 }

@@ -1,7 +1,7 @@
 // HABMAddrAperture.cpp: the text reader, alignment, combinations and printers of apertures.
 #include "blockmodel/HABMAddrAperture.h"
 
-#include "blockmodel/HABMAddrScan.h"
+#include "blockmodel/detail/HABMAddrScan.h"
 
 #include <ostream>
 #include <string_view>

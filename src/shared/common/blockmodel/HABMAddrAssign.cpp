@@ -5,37 +5,40 @@
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMEnumText.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMPath.h"
+#include "blockmodel/detail/HABMEnumTable.h"
 
 #include <utility>
 
 namespace {
 
-// In value order; TYPE_UNKNOWN has no text.
-constexpr char const* kAssignTypeTexts[] = {"assignment", "exclusion", "internal"};
-static_assert(sizeof(kAssignTypeTexts) / sizeof(kAssignTypeTexts[0]) == HABMAddrAssign::TYPE_UNKNOWN,
-              "one text per assignment type");
+constexpr habm_detail::EnumTable<HABMAddrAssign::AssignType, HABMAddrAssign::TYPE_UNKNOWN> kAssignTypes{
+    habm_detail::Fold::LOWER,
+    {{{HABMAddrAssign::TYPE_ASSIGNMENT, "assignment"},
+      {HABMAddrAssign::TYPE_EXCLUSION, "exclusion"},
+      {HABMAddrAssign::TYPE_INTERNAL, "internal"}}}};
+static_assert(kAssignTypes.complete(), "one text per value");
 
 }  // namespace
 
-HABMAddrAssign::HABMAddrAssign(HABMBlock const* parent, std::string const& name)
+HABMAddrAssign::HABMAddrAssign(HABMBlock* parent, std::string const& name)
     : parent_(parent), name_(name), aperture_(HABMAddrAperture::ILLEGAL()) {}
 
-HABMAddrAssign::~HABMAddrAssign() = default;
+HABMAddrAssign::~HABMAddrAssign() {
+  leaveObjectCaches();
+}
 
 std::string HABMAddrAssign::getPath() const {
   return HABMPath::terminate(parent_->getInstancePath()) + name_;
 }
 
 HABMAddrAssign::AssignType HABMAddrAssign::encodeAssignType(std::string text) {
-  return habm_detail::encodeEnumText<AssignType>(kAssignTypeTexts,
-                                                 habm_detail::normaliseTypeText(std::move(text)));
+  return kAssignTypes.encode(std::move(text));
 }
 
 std::string HABMAddrAssign::decodeAssignType(AssignType const& assignType) {
-  return habm_detail::decodeEnumText(kAssignTypeTexts, assignType);
+  return kAssignTypes.decode(assignType);
 }
 
 // Paths are kept relative so that the assignment means the same thing wherever its block is moved or

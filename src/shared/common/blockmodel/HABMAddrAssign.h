@@ -4,6 +4,8 @@
 
 #include "base/HATAttrObj.h"
 #include "blockmodel/HABMAddrAperture.h"
+#include "blockmodel/HABMCachedObject.h"
+#include "blockmodel/HABMChildList.h"
 
 #include <string>
 #include <vector>
@@ -18,7 +20,7 @@ class HABMMemoryMap;
 /// space, memory map, segment or address block). Both ends are paths kept relative to the owning block and
 /// resolved through the top block on every call, so a removed or renamed end only stops resolving. Only
 /// the block makes one.
-class HABMAddrAssign : public HATAttrObj {
+class HABMAddrAssign : public HATAttrObj, private HABMCachedObject<HABMAddrAssign> {
  public:
   /// The kind of the record.
   enum AssignType { TYPE_ASSIGNMENT, TYPE_EXCLUSION, TYPE_INTERNAL, TYPE_UNKNOWN };
@@ -92,14 +94,15 @@ class HABMAddrAssign : public HATAttrObj {
 
  protected:
   friend class HABMBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMAddrAssign(HABMBlock const* parent, std::string const& name);
+  HABMAddrAssign(HABMBlock* parent, std::string const& name);
   // Copies the kind, both stored (relative) paths and the aperture; the name came with the creator.
   void clone(HABMAddrAssign const& source);
 
  private:
-  HABMBlock const* parent_;
+  HABMBlock* parent_;
   std::string name_;
   AssignType assignType_ = TYPE_ASSIGNMENT;
   std::string sourcePath_;

@@ -1,40 +1,51 @@
 // HABMAddrBlock.cpp: address blocks, the life of their registers, and their type and access vocabularies.
 #include "blockmodel/HABMAddrBlock.h"
 
-#include "blockmodel/HABMEnumText.h"
 #include "blockmodel/HABMMemoryMap.h"
-#include "blockmodel/HABMNestedChild.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMRegister.h"
+#include "blockmodel/detail/HABMEnumTable.h"
+#include "blockmodel/detail/HABMKinds.h"
 
 #include <utility>
 
+using RegisterKind = habm_detail::Kind<habm_detail::ChildKind::REGISTER>;
+
 namespace {
 
-// In value order; the last value of each enumeration has no text.
-constexpr char const* kMemoryTypeTexts[] = {"aperture", "register", "memory", "flash", "reserved"};
-static_assert(sizeof(kMemoryTypeTexts) / sizeof(kMemoryTypeTexts[0]) == HABMAddrBlock::TYPE_UNKNOWN,
-              "one text per address block memory type");
+constexpr habm_detail::EnumTable<HABMAddrBlock::MemoryType, HABMAddrBlock::TYPE_UNKNOWN> kMemoryTypes{
+    habm_detail::Fold::LOWER,
+    {{{HABMAddrBlock::TYPE_APERTURE, "aperture"},
+      {HABMAddrBlock::TYPE_REGISTER, "register"},
+      {HABMAddrBlock::TYPE_MEMORY, "memory"},
+      {HABMAddrBlock::TYPE_FLASH, "flash"},
+      {HABMAddrBlock::TYPE_RESERVED, "reserved"}}}};
+static_assert(kMemoryTypes.complete(), "one text per address block memory type");
 
-constexpr char const* kMemoryAccessTexts[] = {"read_write", "read_only", "write_only", "writeonce",
-                                              "read_writeonce"};
-static_assert(sizeof(kMemoryAccessTexts) / sizeof(kMemoryAccessTexts[0]) == HABMAddrBlock::ACCESS_UNKNOWN,
-              "one text per address block access");
+constexpr habm_detail::EnumTable<HABMAddrBlock::MemoryAccess, HABMAddrBlock::ACCESS_UNKNOWN> kAccesses{
+    habm_detail::Fold::ACCESS,
+    {{{HABMAddrBlock::ACCESS_READ_WRITE, "read_write"},
+      {HABMAddrBlock::ACCESS_READ_ONLY, "read_only"},
+      {HABMAddrBlock::ACCESS_WRITE_ONLY, "write_only"},
+      {HABMAddrBlock::ACCESS_WRITEONCE, "writeonce"},
+      {HABMAddrBlock::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+static_assert(kAccesses.complete(), "one text per address block access");
 
 }  // namespace
 
-HABMAddrBlock::HABMAddrBlock(HABMMemoryMap const* parent, std::string const& name)
+HABMAddrBlock::HABMAddrBlock(HABMMemoryMap* parent, std::string const& name)
     : parent_(parent), name_(name), aperture_(HABMAddrAperture::DEFAULT()) {}
 
-HABMAddrBlock::~HABMAddrBlock() = default;
+HABMAddrBlock::~HABMAddrBlock() {
+  leaveObjectCaches();
+}
 
 std::string HABMAddrBlock::getPath() const {
   return HABMPath::terminate(parent_->getPath()) + name_;
 }
 
 HABMRegister* HABMAddrBlock::createRegister(std::string const& name) {
-  return habm_detail::createNestedChild(registers_, name, "Created register '%s'.\n",
-                                        [&] { return new HABMRegister(this, name); });
+  return habm_detail::createChild<RegisterKind>(*this, name, false).child;
 }
 
 HABMRegister* HABMAddrBlock::getRegister(std::string const& name) const {
@@ -46,7 +57,7 @@ std::vector<HABMRegister*> HABMAddrBlock::getRegisters() const {
 }
 
 bool HABMAddrBlock::removeRegister(std::string const& name) {
-  return habm_detail::removeNestedChild(registers_, name, "Removed register '%s'.\n");
+  return habm_detail::removeChild<RegisterKind>(*this, name);
 }
 
 void HABMAddrBlock::clearRegisters() {
@@ -58,7 +69,7 @@ void HABMAddrBlock::clone(HABMAddrBlock const& source) {
   memoryAccess_ = source.memoryAccess_;
   aperture_ = source.aperture_;
   clearRegisters();
-  for (auto const& from : source.registers_.items()) {
+  for (HABMRegister const* from : source.registers_) {
     if (HABMRegister* to = createRegister(from->getName())) {
       to->clone(*from);
     }
@@ -66,27 +77,17 @@ void HABMAddrBlock::clone(HABMAddrBlock const& source) {
 }
 
 HABMAddrBlock::MemoryType HABMAddrBlock::encodeMemoryType(std::string text) {
-  return habm_detail::encodeEnumText<MemoryType>(kMemoryTypeTexts,
-                                                 habm_detail::normaliseTypeText(std::move(text)));
+  return kMemoryTypes.encode(std::move(text));
 }
 
 std::string HABMAddrBlock::decodeMemoryType(MemoryType const& memoryType) {
-  return habm_detail::decodeEnumText(kMemoryTypeTexts, memoryType);
+  return kMemoryTypes.decode(memoryType);
 }
 
 HABMAddrBlock::MemoryAccess HABMAddrBlock::encodeMemoryAccess(std::string text) {
-  return habm_detail::encodeEnumText<MemoryAccess>(kMemoryAccessTexts,
-                                                   habm_detail::normaliseAccessText(std::move(text)));
+  return kAccesses.encode(std::move(text));
 }
 
 std::string HABMAddrBlock::decodeMemoryAccess(MemoryAccess const& memoryAccess) {
-  return habm_detail::decodeEnumText(kMemoryAccessTexts, memoryAccess);
-}
-
-bool HABMAddrBlock::check() const {
-  bool ok = habm_detail::checkNestedChildren(registers_, this);
-  for (auto const& reg : registers_.items()) {
-    ok = ok && reg->check();
-  }
-  return ok;
+  return kAccesses.decode(memoryAccess);
 }

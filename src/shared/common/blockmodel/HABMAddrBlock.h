@@ -3,6 +3,7 @@
 
 #include "base/HATAttrObj.h"
 #include "blockmodel/HABMAddrAperture.h"
+#include "blockmodel/HABMCachedObject.h"
 #include "blockmodel/HABMChildList.h"
 
 #include <string>
@@ -14,7 +15,7 @@ class HABMRegister;
 /// A named aperture within a memory map, relative to the map, with what lies behind it and its permitted
 /// access. Nothing checks it against the map's range or its siblings. Only the map makes one; the block
 /// owns its registers.
-class HABMAddrBlock : public HATAttrObj {
+class HABMAddrBlock : public HATAttrObj, private HABMCachedObject<HABMAddrBlock> {
  public:
   /// What lies behind the block. Its own vocabulary, not that of segments.
   enum MemoryType { TYPE_APERTURE, TYPE_REGISTER, TYPE_MEMORY, TYPE_FLASH, TYPE_RESERVED, TYPE_UNKNOWN };
@@ -35,7 +36,7 @@ class HABMAddrBlock : public HATAttrObj {
   /// The owning map; never null.
   HABMMemoryMap const* getParent() const { return parent_; }
   /// The owning map; never null.
-  HABMMemoryMap* getParent() { return const_cast<HABMMemoryMap*>(parent_); }
+  HABMMemoryMap* getParent() { return parent_; }
   /// The name, unique among the map's address blocks.
   std::string const& getName() const { return name_; }
   /// The map's path, terminated, then the name ("/u1/m/regs").
@@ -84,20 +85,16 @@ class HABMAddrBlock : public HATAttrObj {
   /// The text of an access; empty for ACCESS_UNKNOWN.
   static std::string decodeMemoryAccess(MemoryAccess const& memoryAccess);
 
-  /// Walks the registers and fields below the block and says whether their invariants hold: parents point
-  /// back, names are valid, the name indexes agree with their containers. For tests; never called by the
-  /// library.
-  bool check() const;
-
  private:
   friend class HABMMemoryMap;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMAddrBlock(HABMMemoryMap const* parent, std::string const& name);
+  HABMAddrBlock(HABMMemoryMap* parent, std::string const& name);
   // Copies type, access, aperture and the registers; the name came with the creator.
   void clone(HABMAddrBlock const& source);
 
-  HABMMemoryMap const* parent_;
+  HABMMemoryMap* parent_;
   std::string name_;
   MemoryType memoryType_ = TYPE_REGISTER;
   MemoryAccess memoryAccess_ = ACCESS_READ_WRITE;

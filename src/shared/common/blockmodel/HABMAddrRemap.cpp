@@ -1,7 +1,7 @@
 // HABMAddrRemap.cpp: the text reader, order and printers of address remaps.
 #include "blockmodel/HABMAddrRemap.h"
 
-#include "blockmodel/HABMAddrScan.h"
+#include "blockmodel/detail/HABMAddrScan.h"
 
 #include <ostream>
 #include <string_view>

@@ -2,21 +2,25 @@
 #include "blockmodel/HABMAddrSegment.h"
 
 #include "blockmodel/HABMAddrSpace.h"
-#include "blockmodel/HABMEnumText.h"
 #include "blockmodel/HABMPath.h"
+#include "blockmodel/detail/HABMEnumTable.h"
 
 #include <utility>
 
 namespace {
 
-// In value order; TYPE_UNKNOWN has no text.
-constexpr char const* kMemoryTypeTexts[] = {"aperture", "both", "data", "instruction", "reserved"};
-static_assert(sizeof(kMemoryTypeTexts) / sizeof(kMemoryTypeTexts[0]) == HABMAddrSegment::TYPE_UNKNOWN,
-              "one text per segment memory type");
+constexpr habm_detail::EnumTable<HABMAddrSegment::MemoryType, HABMAddrSegment::TYPE_UNKNOWN> kMemoryTypes{
+    habm_detail::Fold::LOWER,
+    {{{HABMAddrSegment::TYPE_APERTURE, "aperture"},
+      {HABMAddrSegment::TYPE_BOTH, "both"},
+      {HABMAddrSegment::TYPE_DATA, "data"},
+      {HABMAddrSegment::TYPE_INSTRUCTION, "instruction"},
+      {HABMAddrSegment::TYPE_RESERVED, "reserved"}}}};
+static_assert(kMemoryTypes.complete(), "one text per value");
 
 }  // namespace
 
-HABMAddrSegment::HABMAddrSegment(HABMAddrSpace const* parent, std::string const& name)
+HABMAddrSegment::HABMAddrSegment(HABMAddrSpace* parent, std::string const& name)
     : parent_(parent), name_(name), aperture_(HABMAddrAperture::DEFAULT()) {}
 
 std::string HABMAddrSegment::getPath() const {
@@ -29,10 +33,9 @@ void HABMAddrSegment::clone(HABMAddrSegment const& source) {
 }
 
 HABMAddrSegment::MemoryType HABMAddrSegment::encodeMemoryType(std::string text) {
-  return habm_detail::encodeEnumText<MemoryType>(kMemoryTypeTexts,
-                                                 habm_detail::normaliseTypeText(std::move(text)));
+  return kMemoryTypes.encode(std::move(text));
 }
 
 std::string HABMAddrSegment::decodeMemoryType(MemoryType const& memoryType) {
-  return habm_detail::decodeEnumText(kMemoryTypeTexts, memoryType);
+  return kMemoryTypes.decode(memoryType);
 }

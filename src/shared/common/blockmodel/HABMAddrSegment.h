@@ -2,6 +2,7 @@
 #pragma once
 
 #include "blockmodel/HABMAddrAperture.h"
+#include "blockmodel/HABMChildList.h"
 
 #include <string>
 
@@ -20,7 +21,7 @@ class HABMAddrSegment {
   /// The owning space; never null.
   HABMAddrSpace const* getParent() const { return parent_; }
   /// The owning space; never null.
-  HABMAddrSpace* getParent() { return const_cast<HABMAddrSpace*>(parent_); }
+  HABMAddrSpace* getParent() { return parent_; }
   /// The name; unique among the space's segments unless generated.
   std::string const& getName() const { return name_; }
   /// The space's path, terminated, then the name ("/u1/s/seg").
@@ -50,14 +51,15 @@ class HABMAddrSegment {
 
  protected:
   friend class HABMAddrSpace;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMAddrSegment(HABMAddrSpace const* parent, std::string const& name);
+  HABMAddrSegment(HABMAddrSpace* parent, std::string const& name);
   // Copies the memory type and the aperture; the name came with the creator.
   void clone(HABMAddrSegment const& source);
 
  private:
-  HABMAddrSpace const* parent_;
+  HABMAddrSpace* parent_;
   std::string name_;
   MemoryType memoryType_ = TYPE_BOTH;
   HABMAddrAperture aperture_;

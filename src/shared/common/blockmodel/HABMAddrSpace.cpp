@@ -3,35 +3,24 @@
 
 #include "blockmodel/HABMAddrSegment.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMNestedChild.h"
 #include "blockmodel/HABMPath.h"
-#include "blockmodel/HABMTrace.h"
+#include "blockmodel/detail/HABMKinds.h"
 
-#include <memory>
+using SegmentKind = habm_detail::Kind<habm_detail::ChildKind::ADDR_SEGMENT>;
 
-using habm_detail::TRACE_CHILD;
-
-HABMAddrSpace::HABMAddrSpace(HABMBlock const* parent, std::string const& name)
+HABMAddrSpace::HABMAddrSpace(HABMBlock* parent, std::string const& name)
     : parent_(parent), name_(name), range_(HABMAddrValue::CONST_4G()) {}
 
-HABMAddrSpace::~HABMAddrSpace() = default;
+HABMAddrSpace::~HABMAddrSpace() {
+  leaveObjectCaches();
+}
 
 std::string HABMAddrSpace::getPath() const {
   return HABMPath::terminate(parent_->getInstancePath()) + name_;
 }
 
 HABMAddrSegment* HABMAddrSpace::createAddrSegment(std::string const& name) {
-  // A generated name is the count as it stands and is not tested against the siblings: only the caller's
-  // text is, so a removal can lead to a second segment of a generated name.
-  std::string const working = name.empty() ? addrSegments_.autoName("segment_%d", true) : name;
-  if (HABMPath::has_separator(working) || addrSegments_.has(name)) {
-    return nullptr;
-  }
-  HABMAddrSegment* segment =
-      addrSegments_.append(std::unique_ptr<HABMAddrSegment>(new HABMAddrSegment(this, working)));
-  HABM_TRACE(TRACE_CHILD, "Created address segment '%s' on address space '%s'.\n", working.c_str(),
-             getPath().c_str());
-  return segment;
+  return habm_detail::createChild<SegmentKind>(*this, name, false).child;
 }
 
 HABMAddrSegment* HABMAddrSpace::getAddrSegment(std::string const& name) const {
@@ -43,13 +32,7 @@ std::vector<HABMAddrSegment*> HABMAddrSpace::getAddrSegments() const {
 }
 
 bool HABMAddrSpace::removeAddrSegment(std::string const& name) {
-  std::string const removed = name;  // the request may be the segment's own name, about to go
-  if (addrSegments_.take(removed) == nullptr) {
-    return false;
-  }
-  HABM_TRACE(TRACE_CHILD, "Removed address segment '%s' from address space '%s'.\n", removed.c_str(),
-             getPath().c_str());
-  return true;
+  return habm_detail::removeChild<SegmentKind>(*this, name);
 }
 
 void HABMAddrSpace::clearAddrSegments() {
@@ -59,14 +42,10 @@ void HABMAddrSpace::clearAddrSegments() {
 void HABMAddrSpace::clone(HABMAddrSpace const& source) {
   range_ = source.range_;
   clearAddrSegments();
-  for (auto const& from : source.addrSegments_.items()) {
+  for (HABMAddrSegment const* from : source.addrSegments_) {
     // A name the source holds twice (generated twice) is refused the second time and copied once.
     if (HABMAddrSegment* to = createAddrSegment(from->getName())) {
       to->clone(*from);
     }
   }
-}
-
-bool HABMAddrSpace::check() const {
-  return habm_detail::checkNestedChildren(addrSegments_, this);
 }

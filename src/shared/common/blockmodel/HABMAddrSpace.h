@@ -3,6 +3,7 @@
 
 #include "base/HATAttrObj.h"
 #include "blockmodel/HABMAddrValue.h"
+#include "blockmodel/HABMCachedObject.h"
 #include "blockmodel/HABMChildList.h"
 
 #include <string>
@@ -13,7 +14,7 @@ class HABMBlock;
 
 /// A named address space on a block: a total range and named segments in creation order. Only the block
 /// makes one; the space owns its segments and hands out plain pointers.
-class HABMAddrSpace : public HATAttrObj {
+class HABMAddrSpace : public HATAttrObj, private HABMCachedObject<HABMAddrSpace> {
  public:
   ~HABMAddrSpace() override;
   HABMAddrSpace(HABMAddrSpace const&) = delete;
@@ -42,19 +43,16 @@ class HABMAddrSpace : public HATAttrObj {
   /// Destroys every segment, silently.
   void clearAddrSegments();
 
-  /// Walks the segments and says whether their invariants hold: parents point back, names are valid, the
-  /// name indexes agree with their containers. For tests; never called by the library.
-  bool check() const;
-
  private:
   friend class HABMBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMAddrSpace(HABMBlock const* parent, std::string const& name);
+  HABMAddrSpace(HABMBlock* parent, std::string const& name);
   // Copies the range and the segments of `source` into this space, which already bears its name.
   void clone(HABMAddrSpace const& source);
 
-  HABMBlock const* parent_;
+  HABMBlock* parent_;
   std::string name_;
   HABMAddrValue range_;
   HABMChildList<HABMAddrSegment> addrSegments_;

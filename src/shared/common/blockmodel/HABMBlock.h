@@ -3,8 +3,8 @@
 
 #include "base/HATAttrObj.h"
 #include "blockmodel/HABMAddrValue.h"
+#include "blockmodel/HABMCachedObject.h"
 #include "blockmodel/HABMChildList.h"
-#include "blockmodel/HABMChildTable.h"
 
 #include <memory>
 #include <set>
@@ -50,7 +50,7 @@ struct HABMChildName<HABMInterface> {
 /// A block is at once a module (module name, VLNV, boundary) and one instance of it (instance name, place
 /// under a parent). A block owns its children; accessors hand out plain pointers valid until the owner
 /// changes. Blocks come only from the factories and are not copyable.
-class HABMBlock : public HATAttrObj {
+class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
  public:
   /// The lock state of one block; UNKNOWN defers to the parent.
   enum LockState { LOCKED, UNLOCKED, UNKNOWN };
@@ -69,6 +69,12 @@ class HABMBlock : public HATAttrObj {
   /// Writes `block` (any block, written as the file's top block) to a block model file; false on
   /// failure, with a message. `removeFirst` deletes an existing file before writing.
   static bool writeTopBlock(HUTFile const& file, HABMBlock const& block, bool const& removeFirst);
+  /// A new top block that copies `source` (any block) whole, with an empty instance name; owned by the
+  /// caller; never null.
+  static std::unique_ptr<HABMBlock> cloneTopBlock(HABMBlock const& source);
+  /// Makes `target` a whole copy of `source`, instance name included; the target's parent stays, its old
+  /// children are destroyed.
+  static void assignTopBlock(HABMBlock const& source, HABMBlock& target);
 
   // Identity: plain reads and writes, no checks and no messages.
 
@@ -99,7 +105,7 @@ class HABMBlock : public HATAttrObj {
   /// The parent block, or null for a top block; not owning.
   HABMBlock const* getParent() const { return parent_; }
   /// The parent block, or null for a top block; not owning.
-  HABMBlock* getParent() { return const_cast<HABMBlock*>(parent_); }
+  HABMBlock* getParent() { return parent_; }
   /// The root of this block's tree; the block itself when it has no parent.
   HABMBlock const* getTop() const;
   /// The root of this block's tree; the block itself when it has no parent.
@@ -452,18 +458,45 @@ class HABMBlock : public HATAttrObj {
   /// ordered by the two interface paths.
   void inferInterfaceConnections();
 
-  /// Walks the subtree and says whether its invariants hold: parents point back, child names are valid,
-  /// name indexes agree with their containers. For tests; never called by the library.
-  bool check() const;
+  // Grouped copies and clears. A copy first clears the group, then re-creates the source's children in
+  // an order where what refers to something comes after it; sub-blocks are copied whole.
+
+  /// Replaces the attributes, generics and parameters by copies of the source's.
+  void cloneConfiguration(HABMBlock const& source);
+  /// Replaces ports, address spaces, memory maps, interfaces and bridges by copies of the source's.
+  void cloneBoundary(HABMBlock const& source);
+  /// Replaces sub-blocks (whole), port and interface connections and address assignments by copies of
+  /// the source's; their paths are relative, so they resolve inside this block.
+  void cloneContents(HABMBlock const& source);
+
+  /// Destroys the attributes, generics and parameters, silently.
+  void clearConfiguration();
+  /// Destroys bridges, interfaces, address spaces, memory maps and ports, in this order, silently.
+  void clearBoundary();
+  /// Destroys address assignments, port connections, interface connections and sub-blocks, in this order,
+  /// silently.
+  void clearContents();
+
+  /// Walks the subtree and lists every broken invariant, one sentence each: parents that do not point
+  /// back, refused child names, name indexes that disagree with their containers, stored paths that are
+  /// not relative. Empty when all hold. For tests and the fuzzer; never called by the library.
+  std::vector<std::string> check() const;
 
  private:
-  explicit HABMBlock(std::string const& moduleName);
-  HABMBlock(HABMBlock const* parent, std::string const& instanceName, std::string const& moduleName);
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  void setParent(HABMBlock const* parent) { parent_ = parent; }
+  explicit HABMBlock(std::string const& moduleName);
+  HABMBlock(HABMBlock* parent, std::string const& instanceName, std::string const& moduleName);
+
+  void setParent(HABMBlock* parent) { parent_ = parent; }
+  /// Copies the scalars (not the parent) and the three groups of `source`, the subtree in full.
+  void clone(HABMBlock const& source);
+  /// Copies validated, lock state, transparency, the names, VLNV, enablement and base address.
+  void copyScalars(HABMBlock const& source);
   void setFlagAttribute(std::string const& name, bool on);
 
-  HABMBlock const* parent_ = nullptr;
+  HABMBlock* parent_ = nullptr;
   bool validated_ = false;
   LockState lockState_ = UNKNOWN;
   bool transparent_ = true;
@@ -475,19 +508,13 @@ class HABMBlock : public HATAttrObj {
   HABMChildList<HABMAttribute> attributes_;
   HABMChildList<HABMGeneric> generics_;
   HABMChildList<HABMParameter> parameters_;
-  HABMChildTable<HABMPort> ports_;
-  HABMChildList<HABMBlock> subBlocks_;
-  HABMChildList<HABMPortConnection> portConnections_;
-
-  // The address objects; declared apart so that each group's invariants are checked in one place.
-  bool checkAddrMaps() const;
+  HABMChildList<HABMPort> ports_;  // names are keys: a second port of a name is never listed
+  HABMChildList<HABMInterface> interfaces_;
   HABMChildList<HABMAddrSpace> addrSpaces_;
   HABMChildList<HABMMemoryMap> memoryMaps_;
-  HABMChildList<HABMAddrAssign> addrAssigns_;
-
-  // The bus objects; declared apart so that their invariants are checked in one place.
-  bool checkInterfaces() const;
-  HABMChildList<HABMInterface> interfaces_;
   HABMChildList<HABMBridge> bridges_;
+  HABMChildList<HABMBlock> subBlocks_;
+  HABMChildList<HABMPortConnection> portConnections_;
   HABMChildList<HABMInterfaceConnection> interfaceConnections_;
+  HABMChildList<HABMAddrAssign> addrAssigns_;
 };

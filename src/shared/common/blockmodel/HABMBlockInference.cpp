@@ -7,7 +7,7 @@
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortConnection.h"
 #include "blockmodel/HABMPortMap.h"
-#include "blockmodel/HABMTrace.h"
+#include "blockmodel/detail/HABMTrace.h"
 
 #include <boost/algorithm/string/predicate.hpp>
 

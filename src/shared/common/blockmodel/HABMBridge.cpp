@@ -7,7 +7,7 @@
 
 #include <utility>
 
-HABMBridge::HABMBridge(HABMBlock const* parent, std::string name) : parent_(parent), name_(std::move(name)) {}
+HABMBridge::HABMBridge(HABMBlock* parent, std::string name) : parent_(parent), name_(std::move(name)) {}
 
 std::string HABMBridge::getPath() const {
   return HABMPath::terminate(parent_->getInstancePath()) + name_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "blockmodel/HABMAddrRemap.h"
+#include "blockmodel/HABMChildList.h"
 
 #include <set>
 #include <string>
@@ -55,13 +56,14 @@ class HABMBridge {
 
  private:
   friend class HABMBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMBridge(HABMBlock const* parent, std::string name);
+  HABMBridge(HABMBlock* parent, std::string name);
   /// Copies the name, both interface names and the remaps.
   void clone(HABMBridge const& source);
 
-  HABMBlock const* parent_;
+  HABMBlock* parent_;
   std::string name_;
   std::string sourceName_;
   std::string targetName_;

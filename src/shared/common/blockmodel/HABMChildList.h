@@ -1,12 +1,19 @@
-// HABMChildList.h: the owned, ordered, name-indexed container behind every kind of child of a block.
+// HABMChildList.h: the owned, ordered, name-indexed container behind every kind of child.
 #pragma once
 
-#include <cassert>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
+
+namespace habm_detail {
+/// The kinds of child, each described by one record (`Kind<id>`); owners befriend the records.
+enum class ChildKind : unsigned char;
+template <ChildKind>
+struct Kind;
+}  // namespace habm_detail
 
 /// How a container reads the name of its element. Kinds with `getName()` need nothing; a kind named
 /// otherwise specialises this.
@@ -15,176 +22,147 @@ struct HABMChildName {
   static std::string const& of(T const& item) { return item.getName(); }
 };
 
-/// The automatic name rule shared by the child containers: `pattern` with its "%d" replaced by the
-/// container's count, counting up while `list.has` finds the candidate, unless `force` takes the first.
-template <class List>
-std::string habmAutoName(List const& list, std::string const& pattern, bool force) {
-  auto const hole = pattern.find("%d");
-  assert(hole != std::string::npos && "an automatic name pattern holds one %d");
-  auto const make = [&](std::size_t counter) {
-    return pattern.substr(0, hole) + std::to_string(counter) + pattern.substr(hole + 2);
-  };
-  std::size_t counter = list.size();
-  std::string candidate = make(counter);
-  while (!force && list.has(candidate)) {
-    candidate = make(++counter);
-  }
-  return candidate;
-}
-
-/// Owns children in creation order and finds the first child of a name. Duplicate names are allowed
-/// (forced creation) and a look-up always gives the first of them, as a linear search in container order
-/// would. Removal keeps the order of the others. Small containers (most of them: a block's attributes,
-/// generics, parameters) are searched linearly; a hash index is built only once a container grows past
-/// a few children, so that a block stays small and a wide block stays fast.
-template <class T>
-class HABMChildList {
+/// The part of a child container that does not depend on the element type: ownership, creation order,
+/// first-match look-up and removal, for every kind at once.
+///
+/// Children sit in slots in creation order. A small container is searched linearly; past a few children
+/// a hash index names the first child of each name and threads the later ones of the same name behind
+/// it, so that get, append, take and rename cost constant time (rename: the number of children that
+/// share the name) and a look-up always gives what a linear search would. A taken child leaves an empty
+/// slot; the slots close up once half of them are empty, so any sequence of removals is linear.
+class HABMChildListBase {
  public:
-  HABMChildList() = default;
-  HABMChildList(HABMChildList const&) = delete;
-  HABMChildList& operator=(HABMChildList const&) = delete;
+  /// What a second child of a name already present becomes.
+  enum class Keys {
+    /// It joins the sequence; look-ups keep giving the first of the name.
+    FIRST_MATCH,
+    /// It is owned aside, never listed or found (the port table); names are keys fixed at insertion, so
+    /// a child renamed without telling the container is found by neither name.
+    UNIQUE
+  };
 
-  /// The first child of that name, or null; the container keeps ownership.
-  T* get(std::string const& name) const {
-    if (index_) {
-      auto const it = index_->find(name);
-      return it == index_->end() ? nullptr : it->second;
-    }
-    for (auto const& item : items_) {
-      if (nameOf(*item) == name) {
-        return item.get();
-      }
-    }
-    return nullptr;
-  }
-  /// Whether a child of that name exists.
-  bool has(std::string const& name) const { return get(name) != nullptr; }
-  /// A fresh vector of the children in container order; the container keeps ownership.
-  std::vector<T*> list() const {
-    std::vector<T*> out;
-    out.reserve(items_.size());
-    for (auto const& item : items_) {
-      out.push_back(item.get());
-    }
-    return out;
-  }
-  /// Number of children.
-  std::size_t size() const { return items_.size(); }
-  /// True when there is no child.
-  bool empty() const { return items_.empty(); }
-  /// The owned children in order, for walks that must not copy.
-  std::vector<std::unique_ptr<T>> const& items() const { return items_; }
+  HABMChildListBase(HABMChildListBase const&) = delete;
+  HABMChildListBase& operator=(HABMChildListBase const&) = delete;
 
-  /// Appends and takes ownership; returns the child. A name already present keeps its first child.
-  T* append(std::unique_ptr<T> item) {
-    assert(item && "a container holds no empty pointer");
-    items_.push_back(std::move(item));
-    T* child = items_.back().get();
-    if (index_) {
-      index_->emplace(nameOf(*child), child);
-    } else if (items_.size() > kLinearLimit) {
-      buildIndex();
-    }
-    return child;
-  }
+  /// Number of children in the sequence (orphans of UNIQUE not counted).
+  std::size_t size() const { return live_; }
+  /// True when the sequence is empty.
+  bool empty() const { return live_ == 0; }
+  /// Number of children owned aside by a UNIQUE container.
+  std::size_t orphanCount() const { return orphans_.size(); }
 
-  /// Takes the first child of that name out, closing the gap; empty when the name is unknown.
-  std::unique_ptr<T> take(std::string const& name) {
-    T* const child = get(name);
-    if (child == nullptr) {
-      return nullptr;
-    }
-    std::size_t const pos = positionOf(child);
-    std::unique_ptr<T> out = std::move(items_[pos]);
-    items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(pos));
-    if (index_) {
-      index_->erase(name);
-      // A forced duplicate behind the removed child becomes the first of its name.
-      indexFirstFrom(name, pos);
-    }
-    return out;
-  }
+  /// The automatic name for a new child: `pattern` ("interface_%d") with its "%d" replaced by the count
+  /// in decimal, counting up while the name is taken unless `force` takes the first candidate untested.
+  std::string autoName(std::string const& pattern, bool force) const;
 
-  /// Destroys every child.
-  void clear() {
-    index_.reset();
-    items_.clear();
-  }
+  /// Empty when the index agrees with the sequence; otherwise what disagrees. For invariant checks.
+  std::string checkIndex() const;
 
-  /// Tells the index that `item`, a child of this container, was renamed from `oldName`. Const because
-  /// the index is a cache of the sequence, which does not change.
-  void renamed(T const& item, std::string const& oldName) const {
-    std::string const& newName = nameOf(item);
-    if (!index_ || newName == oldName) {
-      return;
-    }
-    std::size_t const pos = positionOf(&item);
-    auto const old = index_->find(oldName);
-    if (old != index_->end() && old->second == &item) {
-      index_->erase(old);
-      indexFirstFrom(oldName, pos + 1);
-    }
-    auto const now = index_->find(newName);
-    if (now == index_->end()) {
-      index_->emplace(newName, const_cast<T*>(&item));
-    } else if (positionOf(now->second) > pos) {
-      now->second = const_cast<T*>(&item);
-    }
-  }
+ protected:
+  using NameOf = std::string const& (*)(void const* item);
+  using Destroy = void (*)(void* item);
 
-  /// The automatic name for a new child: `pattern` ("interface_%d") with its "%d" replaced by the current
-  /// count in decimal, counting up until free unless `force` takes the first candidate untested.
-  std::string autoName(std::string const& pattern, bool force) const {
-    return habmAutoName(*this, pattern, force);
-  }
+  HABMChildListBase(Keys keys, NameOf nameOfItem, Destroy destroy);
+  ~HABMChildListBase();
 
-  /// Whether the index, if there is one, agrees with a linear search; for the invariant checks of tests.
-  bool checkIndex() const {
-    if (!index_) {
-      return true;
-    }
-    std::unordered_map<std::string, T*> expected;
-    for (auto const& item : items_) {
-      expected.emplace(nameOf(*item), item.get());
-    }
-    return expected == *index_;
-  }
+  /// The first child of that name, or null.
+  void* find(std::string const& name) const;
+  /// Takes ownership of `item` and appends it; returns it.
+  void* add(void* item);
+  /// Gives up the first child of that name to the caller; null when there is none.
+  void* release(std::string const& name);
+  /// Destroys every child, orphans included.
+  void destroyAll();
+  /// Re-files `item`, a child of this container, which was renamed from `oldName`.
+  void noteRenamed(void const* item, std::string const& oldName);
+  /// The slots in creation order; null where a child was taken.
+  std::vector<void*> const& slots() const { return slots_; }
 
  private:
-  // Below this many children a linear search is as fast as hashing, and costs no memory.
-  static constexpr std::size_t kLinearLimit = 8;
+  struct Index;
+  static constexpr std::uint32_t NONE = UINT32_MAX;
 
-  static std::string const& nameOf(T const& item) { return HABMChildName<T>::of(item); }
+  std::string const& nameOf(std::size_t slot) const { return nameOf_(slots_[slot]); }
+  std::size_t firstSlot(std::string const& name) const;
+  void buildIndex();
+  void compact();
 
-  std::size_t positionOf(T const* child) const {
-    std::size_t pos = 0;
-    while (pos < items_.size() && items_[pos].get() != child) {
-      ++pos;
+  Keys keys_;
+  NameOf nameOf_;
+  Destroy destroy_;
+  std::vector<void*> slots_;
+  std::size_t live_ = 0;
+  std::vector<void*> orphans_;
+  std::unique_ptr<Index> index_;
+};
+
+/// Owns children of type T in creation order and finds the first child of a name (see the base). Hands
+/// out plain pointers; the container keeps ownership.
+template <class T>
+class HABMChildList : public HABMChildListBase {
+ public:
+  /// Walks the children in order without copying.
+  class Iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = T*;
+    using difference_type = std::ptrdiff_t;
+    using pointer = T* const*;
+    using reference = T*;
+
+    Iterator(void* const* at, void* const* end) : at_(at), end_(end) { skip(); }
+    T* operator*() const { return static_cast<T*>(*at_); }
+    Iterator& operator++() {
+      ++at_;
+      skip();
+      return *this;
     }
-    assert(pos < items_.size() && "child is not in this container");
-    return pos;
-  }
+    bool operator==(Iterator const& other) const { return at_ == other.at_; }
+    bool operator!=(Iterator const& other) const { return at_ != other.at_; }
 
-  void buildIndex() const {
-    index_ = std::make_unique<std::unordered_map<std::string, T*>>();
-    index_->reserve(items_.size() * 2);
-    for (auto const& item : items_) {
-      index_->emplace(nameOf(*item), item.get());
-    }
-  }
-
-  // Points the index for `name` at its first child at or after `from`, if any.
-  void indexFirstFrom(std::string const& name, std::size_t from) const {
-    for (std::size_t i = from; i < items_.size(); ++i) {
-      if (nameOf(*items_[i]) == name) {
-        index_->emplace(name, items_[i].get());
-        return;
+   private:
+    void skip() {
+      while (at_ != end_ && *at_ == nullptr) {
+        ++at_;
       }
     }
-  }
+    void* const* at_;
+    void* const* end_;
+  };
 
-  std::vector<std::unique_ptr<T>> items_;
-  // Name -> its first child, once the container is large; a cache of `items_`, hence mutable for renames
-  // seen from a child.
-  mutable std::unique_ptr<std::unordered_map<std::string, T*>> index_;
+  explicit HABMChildList(Keys keys = Keys::FIRST_MATCH)
+      : HABMChildListBase(keys, &nameOfItem, &destroyItem) {}
+
+  /// The first child of that name, or null.
+  T* get(std::string const& name) const { return static_cast<T*>(find(name)); }
+  /// Whether a child of that name is found.
+  bool has(std::string const& name) const { return find(name) != nullptr; }
+  /// A fresh vector of the children in order.
+  std::vector<T*> list() const {
+    std::vector<T*> out;
+    out.reserve(size());
+    for (T* item : *this) {
+      out.push_back(item);
+    }
+    return out;
+  }
+  Iterator begin() const { return Iterator(slots().data(), slots().data() + slots().size()); }
+  Iterator end() const { return Iterator(slots().data() + slots().size(), slots().data() + slots().size()); }
+
+  /// Appends and takes ownership; returns the child (an orphan when UNIQUE and the name is taken).
+  T* append(std::unique_ptr<T> item) { return static_cast<T*>(add(item.release())); }
+  /// Takes the first child of that name out; empty when there is none.
+  std::unique_ptr<T> take(std::string const& name) {
+    return std::unique_ptr<T>(static_cast<T*>(release(name)));
+  }
+  /// Destroys every child.
+  void clear() { destroyAll(); }
+  /// Tells the container that `item`, one of its children, now bears another name than `oldName`.
+  void renamed(T const& item, std::string const& oldName) { noteRenamed(&item, oldName); }
+
+ private:
+  static std::string const& nameOfItem(void const* item) {
+    return HABMChildName<T>::of(*static_cast<T const*>(item));
+  }
+  static void destroyItem(void* item) { delete static_cast<T*>(item); }
 };

@@ -5,110 +5,83 @@
 #include "blockmodel/HABMAbstractionDefinition.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMChildRules.h"
 #include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
-#include "blockmodel/HABMTrace.h"
 #include "blockmodel/HABMUtils.h"
+#include "blockmodel/detail/HABMEnumTable.h"
+#include "blockmodel/detail/HABMKinds.h"
+#include "blockmodel/detail/HABMTrace.h"
 
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 
+#include <initializer_list>
 #include <utility>
 
-using habm_detail::ChildTexts;
-using habm_detail::TRACE_BLOCK;
 using habm_detail::TRACE_CHILD;
+
+std::string const& HABMChildName<HABMInterface>::of(HABMInterface const& iface) {
+  return iface.getInterfaceName();
+}
 
 std::string const& HABMChildName<HABMPortMap>::of(HABMPortMap const& portMap) {
   return portMap.getLogName();
 }
 
-std::string habm_detail::childOwnerPath(HABMInterface const& iface) {
-  return iface.getInterfacePath();
-}
-
 namespace {
 
-using Type = HABMInterface::InterfaceType;
-using Mode = HABMInterface::InterfaceMode;
+using PortMapKind = habm_detail::Kind<habm_detail::ChildKind::PORT_MAP>;
+using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::INTERFACE_PARAMETER>;
 
-struct TypeRow {
-  Type type;
-  char const* text;
-  char const* shortText;  // accepted on reading, never written; null when there is none
-  char const* library;    // the library and name parts of the bus definition, which alone decide its type
+// The library and name parts of a bus definition, which alone decide its type, the definition written
+// for a type, and the logical name of its main signal.
+struct BusInfo {
+  char const* library;
   char const* busName;
   char const* vlnv;
   char const* primaryPort;
 };
 
-// TYPE_UNKNOWN has no row: it is what every other text reads as.
-constexpr TypeRow kTypeRows[] = {
-    {HABMInterface::TYPE_AXIMM, "aximm", nullptr, "interface", "aximm", "orvane:interface:aximm:1.0",
-     "WDATA"},
-    {HABMInterface::TYPE_AXIS, "axis", nullptr, "interface", "axis", "orvane:interface:axis:1.0", "TDATA"},
-    {HABMInterface::TYPE_INIMM, "inimm", nullptr, "interface", "inimm", "orvane:interface:inimm:1.0",
-     "INTERNOC"},
-    {HABMInterface::TYPE_INIS, "inis", nullptr, "interface", "inis", "orvane:interface:inis:1.0", "INTERNOC"},
-    {HABMInterface::TYPE_NPP, "npp", nullptr, "interface", "npp", "orvane:interface:npp:1.0", "FLIT"},
-    {HABMInterface::TYPE_CLOCK, "clock", "clk", "signal", "clock", "orvane:signal:clock:1.0", "CLK"},
-    {HABMInterface::TYPE_RESET, "reset", "rst", "signal", "reset", "orvane:signal:reset:1.0", "RST"},
-    {HABMInterface::TYPE_INTERRUPT, "interrupt", "intr", "signal", "interrupt", "orvane:signal:interrupt:1.0",
-     "INTERRUPT"},
-};
+constexpr habm_detail::EnumTable<HABMInterface::InterfaceType, HABMInterface::TYPE_UNKNOWN, BusInfo> kTypes{
+    habm_detail::Fold::LOWER,
+    {{{HABMInterface::TYPE_AXIMM, "aximm", {}, {"interface", "aximm", "orvane:interface:aximm:1.0", "WDATA"}},
+      {HABMInterface::TYPE_AXIS, "axis", {}, {"interface", "axis", "orvane:interface:axis:1.0", "TDATA"}},
+      {HABMInterface::TYPE_INIMM,
+       "inimm",
+       {},
+       {"interface", "inimm", "orvane:interface:inimm:1.0", "INTERNOC"}},
+      {HABMInterface::TYPE_INIS, "inis", {}, {"interface", "inis", "orvane:interface:inis:1.0", "INTERNOC"}},
+      {HABMInterface::TYPE_NPP, "npp", {}, {"interface", "npp", "orvane:interface:npp:1.0", "FLIT"}},
+      {HABMInterface::TYPE_CLOCK, "clock", {"clk"}, {"signal", "clock", "orvane:signal:clock:1.0", "CLK"}},
+      {HABMInterface::TYPE_RESET, "reset", {"rst"}, {"signal", "reset", "orvane:signal:reset:1.0", "RST"}},
+      {HABMInterface::TYPE_INTERRUPT,
+       "interrupt",
+       {"intr"},
+       {"signal", "interrupt", "orvane:signal:interrupt:1.0", "INTERRUPT"}}}}};
+static_assert(kTypes.complete(), "one row per interface type");
 
-TypeRow const* rowOf(Type type) {
-  for (auto const& row : kTypeRows) {
-    if (row.type == type) {
-      return &row;
-    }
-  }
-  return nullptr;
+// A mirrored form is the opposite side, except that a mirrored system stays a system.
+constexpr habm_detail::EnumTable<HABMInterface::InterfaceMode, HABMInterface::MODE_UNKNOWN> kModes{
+    habm_detail::Fold::LOWER,
+    {{{HABMInterface::MODE_MASTER, "master", {"mirroredslave", "mastertype", "mirroredslavetype"}},
+      {HABMInterface::MODE_SLAVE, "slave", {"mirroredmaster", "slavetype", "mirroredmastertype"}},
+      {HABMInterface::MODE_SYSTEM, "system", {"mirroredsystem", "systemtype", "mirroredsystemtype"}},
+      {HABMInterface::MODE_MONITOR_MASTER, "monitor_master", {"monitor"}},
+      {HABMInterface::MODE_MONITOR_SLAVE, "monitor_slave"},
+      {HABMInterface::MODE_MONITOR_SYSTEM, "monitor_system"}}}};
+static_assert(kModes.complete(), "one row per interface mode");
+
+char const* primaryPortOf(HABMInterface::InterfaceType type) {
+  return kTypes.find(type)->extra.primaryPort;
 }
-
-char const* primaryPortOf(Type type) {
-  return rowOf(type)->primaryPort;
-}
-
-struct ModeRow {
-  Mode mode;
-  char const* text;        // the one text written
-  char const* aliases[3];  // further texts read as this mode; null where the row has fewer
-};
-
-// A mirrored form is the opposite side, except that a mirrored system stays a system. MODE_UNKNOWN has no
-// row: it is what every other text reads as.
-constexpr ModeRow kModeRows[] = {
-    {HABMInterface::MODE_MASTER, "master", {"mirroredslave", "mastertype", "mirroredslavetype"}},
-    {HABMInterface::MODE_SLAVE, "slave", {"mirroredmaster", "slavetype", "mirroredmastertype"}},
-    {HABMInterface::MODE_SYSTEM, "system", {"mirroredsystem", "systemtype", "mirroredsystemtype"}},
-    {HABMInterface::MODE_MONITOR_MASTER, "monitor_master", {"monitor", nullptr, nullptr}},
-    {HABMInterface::MODE_MONITOR_SLAVE, "monitor_slave", {nullptr, nullptr, nullptr}},
-    {HABMInterface::MODE_MONITOR_SYSTEM, "monitor_system", {nullptr, nullptr, nullptr}},
-};
-
-constexpr ChildTexts kParameterTexts{"Created parameter '%s' on interface '%s'.\n",
-                                     TRACE_CHILD,
-                                     "Failed to create parameter '%s' on interface '%s'.\n",
-                                     "Removed parameter '%s' from interface '%s'.\n",
-                                     TRACE_CHILD,
-                                     nullptr};
-// The second conversion of the remove text is malformed; the message manager prints what it can.
-constexpr ChildTexts kPortMapTexts{"Created port map '%s' on interface '%s'.%s\n",
-                                   TRACE_CHILD,
-                                   "Failed to create port map '%s' on interface '%s'.\n",
-                                   "Removed port map '%s' from interface '%'.\n",
-                                   TRACE_CHILD,
-                                   nullptr};
 
 }  // namespace
 
-HABMInterface::HABMInterface(HABMBlock const& parent, std::string name)
+HABMInterface::HABMInterface(HABMBlock* parent, std::string name)
     : parent_(parent),
       name_(std::move(name)),
       baseAddress_(HABMAddrValue::CONST_0()),
@@ -132,56 +105,33 @@ HABMInterface::InterfaceType HABMInterface::encodeInterfaceVlnv(std::string vlnv
   if (boost::algorithm::ends_with(name, "_rtl")) {
     name.resize(name.size() - 4);
   }
-  for (auto const& row : kTypeRows) {
-    if (library == row.library && name == row.busName) {
-      return row.type;
+  for (auto const& row : kTypes.rows) {
+    if (library == row.extra.library && name == row.extra.busName) {
+      return row.value;
     }
   }
   return TYPE_UNKNOWN;
 }
 
 std::string HABMInterface::decodeInterfaceVlnv(InterfaceType type) {
-  TypeRow const* row = rowOf(type);
-  return row == nullptr ? std::string() : std::string(row->vlnv);
+  auto const* row = kTypes.find(type);
+  return row == nullptr ? std::string() : std::string(row->extra.vlnv);
 }
 
 HABMInterface::InterfaceType HABMInterface::encodeInterfaceType(std::string text) {
-  boost::algorithm::to_lower(text);
-  for (auto const& row : kTypeRows) {
-    if (text == row.text || (row.shortText != nullptr && text == row.shortText)) {
-      return row.type;
-    }
-  }
-  return TYPE_UNKNOWN;
+  return kTypes.encode(std::move(text));
 }
 
 std::string HABMInterface::decodeInterfaceType(InterfaceType type) {
-  TypeRow const* row = rowOf(type);
-  return row == nullptr ? std::string() : std::string(row->text);
+  return kTypes.decode(type);
 }
 
 HABMInterface::InterfaceMode HABMInterface::encodeInterfaceMode(std::string text) {
-  boost::algorithm::to_lower(text);
-  for (auto const& row : kModeRows) {
-    if (text == row.text) {
-      return row.mode;
-    }
-    for (char const* alias : row.aliases) {
-      if (alias != nullptr && text == alias) {
-        return row.mode;
-      }
-    }
-  }
-  return MODE_UNKNOWN;
+  return kModes.encode(std::move(text));
 }
 
 std::string HABMInterface::decodeInterfaceMode(InterfaceMode mode) {
-  for (auto const& row : kModeRows) {
-    if (row.mode == mode) {
-      return row.text;
-    }
-  }
-  return std::string();
+  return kModes.decode(mode);
 }
 
 // Each constant is built once, on first use, from its row.
@@ -262,7 +212,7 @@ bool HABMInterface::isSignalType(InterfaceType const& type) {
 // Identity and predicates.
 
 std::string HABMInterface::getInterfacePath() const {
-  return HABMPath::terminate(parent_.getInstancePath()) + name_;
+  return HABMPath::terminate(parent_->getInstancePath()) + name_;
 }
 
 HABMInterface::InterfaceType HABMInterface::getInterfaceType() const {
@@ -302,7 +252,7 @@ bool HABMInterface::isMonitorInterface() const {
 }
 
 bool HABMInterface::isVisible() const {
-  return parent_.isVisible();
+  return parent_->isVisible();
 }
 
 // Address references and apertures.
@@ -322,11 +272,11 @@ void HABMInterface::setMemoryMapRef(std::string const& name) {
 }
 
 HABMAddrSpace* HABMInterface::getAddrSpace() const {
-  return parent_.findAddrSpace(addrSpaceRef_, true);
+  return parent_->findAddrSpace(addrSpaceRef_, true);
 }
 
 HABMMemoryMap* HABMInterface::getMemoryMap() const {
-  return parent_.findMemoryMap(memoryMapRef_, true);
+  return parent_->findMemoryMap(memoryMapRef_, true);
 }
 
 std::set<HABMAddrAperture> HABMInterface::getApertures(bool const& relative) const {
@@ -358,9 +308,7 @@ void HABMInterface::setApertures(std::set<HABMAddrAperture> const& apertures, bo
 // Parameters.
 
 HABMParameter* HABMInterface::createParameter(std::string const& name, std::string const& value) {
-  return habm_detail::createChild(
-      *this, parameters_, kParameterTexts, name, false,
-      [&](std::string const& n) { return std::make_unique<HABMParameter>(n, value); });
+  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
 }
 HABMParameter* HABMInterface::getParameter(std::string const& name) const {
   return parameters_.get(name);
@@ -370,17 +318,10 @@ std::vector<HABMParameter*> HABMInterface::getParameters() const {
 }
 HABMParameter* HABMInterface::setParameter(std::string const& name, std::string const& value,
                                            bool const& create) {
-  HABMParameter* parameter = parameters_.get(name);
-  if (parameter == nullptr && create) {
-    parameter = createParameter(name, std::string());
-  }
-  if (parameter != nullptr) {
-    parameter->setValue(value);
-  }
-  return parameter;
+  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
 }
 bool HABMInterface::removeParameter(std::string const& name) {
-  return habm_detail::removeChild(*this, parameters_, kParameterTexts, name);
+  return habm_detail::removeChild<ParameterKind>(*this, name);
 }
 void HABMInterface::clearParameters() {
   parameters_.clear();
@@ -389,17 +330,15 @@ void HABMInterface::clearParameters() {
 // Port maps.
 
 HABMPortMap* HABMInterface::createPortMap(std::string const& logicalName, std::string const& physicalName) {
-  if (habm_detail::isRefusedName(logicalName) || portMaps_.has(logicalName)) {
-    HABM_TRACE(TRACE_BLOCK, kPortMapTexts.failed, logicalName.c_str(), getInterfacePath().c_str());
-    return nullptr;
+  HABMPortMap* portMap = habm_detail::createChild<PortMapKind>(*this, logicalName, false, physicalName).child;
+  if (portMap != nullptr) {
+    HABM_TRACE(TRACE_CHILD, "Created port map '%s' on interface '%s'.%s\n", logicalName.c_str(),
+               getInterfacePath().c_str(),
+               physicalName.empty()
+                   ? ""
+                   : (" Mapped logical port '" + logicalName + "' to physical port '" + physicalName + "'.")
+                         .c_str());
   }
-  HABMPortMap* portMap =
-      portMaps_.append(std::unique_ptr<HABMPortMap>(new HABMPortMap(logicalName, physicalName)));
-  HABM_TRACE(
-      kPortMapTexts.createdMask, kPortMapTexts.created, logicalName.c_str(), getInterfacePath().c_str(),
-      physicalName.empty()
-          ? ""
-          : (" Mapped logical port '" + logicalName + "' to physical port '" + physicalName + "'.").c_str());
   return portMap;
 }
 HABMPortMap* HABMInterface::getPortMap(std::string const& logicalName) const {
@@ -417,15 +356,15 @@ std::vector<HABMPortMap*> HABMInterface::getPortMapsByLogName(std::string const&
 }
 std::vector<HABMPortMap*> HABMInterface::getPortMapsByPhyName(std::string const& name) const {
   std::vector<HABMPortMap*> out;
-  for (auto const& portMap : portMaps_.items()) {
+  for (HABMPortMap* portMap : portMaps_) {
     if (portMap->getPhyName() == name) {
-      out.push_back(portMap.get());
+      out.push_back(portMap);
     }
   }
   return out;
 }
 bool HABMInterface::removePortMap(std::string const& logicalName) {
-  return habm_detail::removeChild(*this, portMaps_, kPortMapTexts, logicalName);
+  return habm_detail::removeChild<PortMapKind>(*this, logicalName);
 }
 void HABMInterface::clearPortMaps() {
   portMaps_.clear();
@@ -435,13 +374,13 @@ void HABMInterface::clearPortMaps() {
 
 HABMPort* HABMInterface::getPort(std::string const& logicalName) const {
   HABMPortMap const* portMap = portMaps_.get(logicalName);
-  return portMap == nullptr ? nullptr : parent_.getPort(portMap->getPhyName());
+  return portMap == nullptr ? nullptr : parent_->getPort(portMap->getPhyName());
 }
 
 std::vector<HABMPort*> HABMInterface::getPorts() const {
   std::vector<HABMPort*> out;
-  for (auto const& portMap : portMaps_.items()) {
-    if (HABMPort* port = parent_.getPort(portMap->getPhyName())) {
+  for (HABMPortMap* portMap : portMaps_) {
+    if (HABMPort* port = parent_->getPort(portMap->getPhyName())) {
       out.push_back(port);
     }
   }
@@ -486,7 +425,7 @@ void HABMInterface::getConnections(std::vector<HABMInterfaceConnection*>& source
   sources.clear();
   targets.clear();
   // A bus on an interface is drawn inside its block or in the block above; no other block can hold one.
-  for (HABMBlock const* block : {&parent_, parent_.getParent()}) {
+  for (HABMBlock const* block : std::initializer_list<HABMBlock const*>{parent_, parent_->getParent()}) {
     if (block == nullptr) {
       continue;
     }
@@ -562,7 +501,7 @@ bool HABMInterface::hasConnections() const {
   return !sources.empty() || !targets.empty();
 }
 
-// Cloning and checks.
+// Cloning.
 
 void HABMInterface::clone(HABMInterface const& source) {
   if (&source == this) {
@@ -586,15 +525,4 @@ void HABMInterface::clone(HABMInterface const& source) {
       copy->clone(*portMap);
     }
   }
-}
-
-bool HABMInterface::check() const {
-  bool ok = parameters_.checkIndex() && portMaps_.checkIndex();
-  for (HABMParameter const* parameter : getParameters()) {
-    ok = ok && !habm_detail::isRefusedName(parameter->getName());
-  }
-  for (HABMPortMap const* portMap : getPortMaps()) {
-    ok = ok && !habm_detail::isRefusedName(portMap->getLogName());
-  }
-  return ok && (addrSpaceRef_.empty() || memoryMapRef_.empty());
 }

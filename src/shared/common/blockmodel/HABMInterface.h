@@ -111,7 +111,7 @@ class HABMInterface {
   // Identity and predicates.
 
   /// The owning block.
-  HABMBlock const& getParent() const { return parent_; }
+  HABMBlock const& getParent() const { return *parent_; }
   /// The name within the block.
   std::string const& getInterfaceName() const { return name_; }
   /// The block's instance path, terminated, and the name ("/u0/S_AXI").
@@ -239,21 +239,19 @@ class HABMInterface {
   /// True when some connection drives or is driven by this interface.
   bool hasConnections() const;
 
-  /// Whether parameter and port map names are valid and their indexes agree; for tests.
-  bool check() const;
-
  private:
   friend class HABMBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMInterface(HABMBlock const& parent, std::string name);
+  HABMInterface(HABMBlock* parent, std::string name);
   /// Copies the fields and the stored apertures as they stand, re-creates the parameters and port maps;
   /// the abstraction definition stays this interface's own.
   void clone(HABMInterface const& source);
   void getConnections(std::vector<HABMInterfaceConnection*>& sources,
                       std::vector<HABMInterfaceConnection*>& targets) const;
 
-  HABMBlock const& parent_;
+  HABMBlock* parent_;
   std::string name_;
   std::string vlnv_;
   InterfaceMode mode_ = MODE_UNKNOWN;

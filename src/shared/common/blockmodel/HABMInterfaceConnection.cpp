@@ -6,7 +6,7 @@
 
 #include <utility>
 
-HABMInterfaceConnection::HABMInterfaceConnection(HABMBlock const* parent, std::string name,
+HABMInterfaceConnection::HABMInterfaceConnection(HABMBlock* parent, std::string name,
                                                  ConnectionType const& connectionType)
     : parent_(parent), name_(std::move(name)), connectionType_(connectionType) {}
 

@@ -1,6 +1,7 @@
 // HABMInterfaceConnection.h: a bus-level link between two interfaces below a block, held as relative paths.
 #pragma once
 
+#include "blockmodel/HABMChildList.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMPortConnection.h"
 
@@ -63,14 +64,15 @@ class HABMInterfaceConnection {
 
  protected:
   friend class HABMBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMInterfaceConnection(HABMBlock const* parent, std::string name, ConnectionType const& connectionType);
+  HABMInterfaceConnection(HABMBlock* parent, std::string name, ConnectionType const& connectionType);
   /// Copies name, type and both stored paths.
   void clone(HABMInterfaceConnection const& source);
 
  private:
-  HABMBlock const* parent_;
+  HABMBlock* parent_;
   std::string name_;
   ConnectionType connectionType_;
   std::string sourcePath_;

@@ -10,7 +10,6 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMBridge.h"
-#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMInterfaceConnection.h"
@@ -22,10 +21,13 @@
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
+#include "blockmodel/detail/HABMFileWrite.h"
+#include "blockmodel/detail/HABMKinds.h"
 #include "isl/iostreams/filtering_stream.h"
 #include "json/HCRapidJsonReadWriteUtils.h"
 #include "msg/ComMsgMgr.h"
 
+#include <rapidjson/document.h>
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
@@ -116,7 +118,52 @@ bool readCount(rapidjson::Value const& object, std::string const& key, unsigned 
   return true;
 }
 
+// Parses the whole stream into `document`; "@90-2@" says why when it cannot.
+bool parseDocument(std::istream& in, std::string const& path, rapidjson::Document& document) {
+  // The whole text is read first: parsing from memory is several times faster than through the
+  // character-wise stream adapter.
+  std::string text;
+  // The file's size is a good first guess for the text's (exact when it is not compressed): it saves
+  // the copies of a growing buffer.
+  std::error_code ec;
+  auto const size = std::filesystem::file_size(std::filesystem::path(path), ec);
+  if (!ec && size < (std::size_t{1} << 32)) {
+    text.reserve(static_cast<std::size_t>(size) + 1);
+  }
+  char chunk[1 << 16];
+  while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
+    text.append(chunk, static_cast<std::size_t>(in.gcount()));
+  }
+  rapidjson::ParseResult parsed;
+  DepthLimitedHandler handler(document);
+  auto generate = [&](rapidjson::Document&) {
+    rapidjson::MemoryStream stream(text.data(), text.size());
+    rapidjson::Reader reader;
+    parsed = reader.Parse<rapidjson::kParseIterativeFlag>(stream, handler);
+    return !parsed.IsError();
+  };
+  document.Populate(generate);
+  if (parsed.IsError()) {
+    std::string const why =
+        handler.tooDeep() ? "The document nests deeper than " + std::to_string(HABMJsonReader::MAX_NESTING) +
+                                " levels. (at offset " + std::to_string(parsed.Offset()) + ")"
+                          : HCRapidJsonReadWriteUtils::GetErrorMsgFromParseResult(parsed);
+    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-2@%s", why.c_str());
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
+
+class HABMJsonReader::Value {
+ public:
+  explicit Value(rapidjson::Value const& value) : json(value) {}
+  rapidjson::Value const& json;
+};
+
+using habm_detail::ChildKind;
+using habm_detail::Kind;
 
 bool HABMJsonReader::readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode) {
   std::string const path = habm_detail::fullPathOf(file);
@@ -137,80 +184,45 @@ bool HABMJsonReader::readBlock(HUTFile const& file, HABMBlock& block, Mode const
 
 bool HABMJsonReader::unmarshal(std::istream& in, HABMBlock& block) const {
   rapidjson::Document document;
-  if (!unmarshal(in, document)) {
+  if (!parseDocument(in, file_.getPath(), document)) {
     return false;
   }
-  Value const* top = Keys::getJsonValue(document, Keys::STR_TOP_BLOCK(), true);
-  return top != nullptr && unmarshal(*top, block);
+  rapidjson::Value const* top = Keys::getJsonValue(document, Keys::STR_TOP_BLOCK(), true);
+  return top != nullptr && unmarshal(Value(*top), block);
 }
 
-bool HABMJsonReader::unmarshal(std::istream& in, rapidjson::Document& document) const {
-  // The whole text is read first: parsing from memory is several times faster than through the
-  // character-wise stream adapter.
-  std::string text;
-  // The file's size is a good first guess for the text's (exact when it is not compressed): it saves
-  // the copies of a growing buffer.
-  std::error_code ec;
-  auto const size = std::filesystem::file_size(std::filesystem::path(file_.getPath()), ec);
-  if (!ec && size < (std::size_t{1} << 32)) {
-    text.reserve(static_cast<std::size_t>(size) + 1);
-  }
-  char chunk[1 << 16];
-  while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
-    text.append(chunk, static_cast<std::size_t>(in.gcount()));
-  }
-  rapidjson::ParseResult parsed;
-  DepthLimitedHandler handler(document);
-  auto generate = [&](rapidjson::Document&) {
-    rapidjson::MemoryStream stream(text.data(), text.size());
-    rapidjson::Reader reader;
-    parsed = reader.Parse<rapidjson::kParseIterativeFlag>(stream, handler);
-    return !parsed.IsError();
-  };
-  document.Populate(generate);
-  if (parsed.IsError()) {
-    std::string const why = handler.tooDeep()
-                                ? "The document nests deeper than " + std::to_string(MAX_NESTING) +
-                                      " levels. (at offset " + std::to_string(parsed.Offset()) + ")"
-                                : HCRapidJsonReadWriteUtils::GetErrorMsgFromParseResult(parsed);
-    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-2@%s", why.c_str());
-    return false;
-  }
-  return true;
-}
-
-template <class Clear, class Create>
-bool HABMJsonReader::unmarshalCollection(Value const* group, std::string const& key, Clear&& clear,
-                                         Create&& create) const {
+template <class K>
+bool HABMJsonReader::unmarshalCollection(Value const* group, typename K::Owner& owner) const {
   if (group == nullptr) {
     return true;
   }
   if (replacing()) {
-    clear();
+    K::list(owner).clear();
   }
-  Value const* collection = Keys::getJsonValue(*group, key, false);
+  rapidjson::Value const* collection = Keys::getJsonValue(group->json, K::key(), false);
   // A collection that is not an object has no members to read.
   if (collection == nullptr || !collection->IsObject()) {
     return true;
   }
   bool result = true;
   for (auto const& member : collection->GetObject()) {
-    auto* child = create(std::string(member.name.GetString(), member.name.GetStringLength()));
-    result = child != nullptr && unmarshal(member.value, *child) && result;
+    auto* child =
+        K::createFromFile(owner, std::string(member.name.GetString(), member.name.GetStringLength()));
+    result = child != nullptr && unmarshal(Value(member.value), *child) && result;
   }
   return result;
 }
 
 template <class T>
 bool HABMJsonReader::unmarshalArray(Value const& object, std::string const& key, std::set<T>& items) const {
-  Value const* array = Keys::getJsonValue(object, key, false);
+  rapidjson::Value const* array = Keys::getJsonValue(object.json, key, false);
   // Anything but an array holds no elements to read.
   if (array == nullptr || !array->IsArray()) {
     return true;
   }
   for (auto const& element : array->GetArray()) {
     T item;
-    if (!unmarshal(element, item)) {
+    if (!unmarshal(Value(element), item)) {
       return false;
     }
     items.insert(item);
@@ -219,117 +231,89 @@ bool HABMJsonReader::unmarshalArray(Value const& object, std::string const& key,
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
-  Value const* configuration = Keys::getJsonValue(object, Keys::STR_CONFIGURATION(), false);
-  Value const* boundary = Keys::getJsonValue(object, Keys::STR_BOUNDARY(), false);
-  Value const* contents = Keys::getJsonValue(object, Keys::STR_CONTENTS(), false);
+  rapidjson::Value const* configuration = Keys::getJsonValue(object.json, Keys::STR_CONFIGURATION(), false);
+  rapidjson::Value const* boundary = Keys::getJsonValue(object.json, Keys::STR_BOUNDARY(), false);
+  rapidjson::Value const* contents = Keys::getJsonValue(object.json, Keys::STR_CONTENTS(), false);
 
   std::string text;
-  if (!Keys::getJsonString(object, Keys::STR_MODULE_NAME(), text, true)) {
+  if (!Keys::getJsonString(object.json, Keys::STR_MODULE_NAME(), text, true)) {
     return false;
   }
   block.setModuleName(text);
   text.clear();
-  Keys::getJsonString(object, Keys::STR_VLNV(), text, false);
+  Keys::getJsonString(object.json, Keys::STR_VLNV(), text, false);
   block.setModuleVlnv(text);
   text.clear();
-  Keys::getJsonString(object, Keys::STR_ENABLEMENT(), text, false);
+  Keys::getJsonString(object.json, Keys::STR_ENABLEMENT(), text, false);
   block.setEnablement(text);
   text = "0x0";
-  Keys::getJsonString(object, Keys::STR_BASE_ADDRESS(), text, false);
+  Keys::getJsonString(object.json, Keys::STR_BASE_ADDRESS(), text, false);
   block.setBaseAddress(HABMAddrValue(text));
   bool flag = false;
-  Keys::getJsonBoolean(object, Keys::STR_VALID(), flag, false);
+  Keys::getJsonBoolean(object.json, Keys::STR_VALID(), flag, false);
   block.setValidated(flag);
   text.clear();
-  Keys::getJsonString(object, Keys::STR_LOCK(), text, false);
+  Keys::getJsonString(object.json, Keys::STR_LOCK(), text, false);
   block.setLocked(HABMBlock::encodeLockState(text));
   flag = true;
-  Keys::getJsonBoolean(object, Keys::STR_TRANSPARENT(), flag, false);
+  Keys::getJsonBoolean(object.json, Keys::STR_TRANSPARENT(), flag, false);
   block.setTransparent(flag);
 
   // Each collection stops the read when it failed; inside one, every member is still read.
-  return unmarshalCollection(
-             configuration, Keys::STR_ATTRIBUTES(), [&] { block.clearAttributes(); },
-             [&](std::string const& name) { return block.createAttribute(name, ""); }) &&
-         unmarshalCollection(
-             configuration, Keys::STR_GENERICS(), [&] { block.clearGenerics(); },
-             [&](std::string const& name) { return block.createGeneric(name, ""); }) &&
-         unmarshalCollection(
-             configuration, Keys::STR_PARAMETERS(), [&] { block.clearParameters(); },
-             [&](std::string const& name) { return block.createParameter(name, ""); }) &&
-         unmarshalCollection(
-             boundary, Keys::STR_PORTS(), [&] { block.clearPorts(); },
-             [&](std::string const& name) { return block.createPort(name, false); }) &&
-         unmarshalCollection(
-             boundary, Keys::STR_MEMORY_MAPS(), [&] { block.clearMemoryMaps(); },
-             [&](std::string const& name) { return block.createMemoryMap(name); }) &&
-         unmarshalCollection(
-             boundary, Keys::STR_ADDRESS_SPACES(), [&] { block.clearAddrSpaces(); },
-             [&](std::string const& name) { return block.createAddrSpace(name); }) &&
-         unmarshalCollection(
-             boundary, Keys::STR_INTERFACES(), [&] { block.clearInterfaces(); },
-             [&](std::string const& name) { return block.createInterface(name, false); }) &&
-         unmarshalCollection(
-             boundary, Keys::STR_BRIDGES(), [&] { block.clearBridges(); },
-             [&](std::string const& name) { return block.createBridge(name); }) &&
-         unmarshalCollection(
-             contents, Keys::STR_SUB_BLOCKS(), [&] { block.clearSubBlocks(); },
-             [&](std::string const& name) { return block.createSubBlock(name, "", false); }) &&
-         unmarshalCollection(
-             contents, Keys::STR_PORT_CONNECTIONS(), [&] { block.clearPortConnections(); },
-             [&](std::string const& name) { return block.createPortConnection(name, false); }) &&
-         unmarshalCollection(
-             contents, Keys::STR_INTERFACE_CONNECTIONS(), [&] { block.clearInterfaceConnections(); },
-             [&](std::string const& name) { return block.createInterfaceConnection(name, false); }) &&
-         unmarshalCollection(
-             contents, Keys::STR_ADDRESS_ASSIGNMENTS(), [&] { block.clearAddrAssigns(); },
-             [&](std::string const& name) { return block.createAddrAssign(name); });
+  rapidjson::Value const* const groups[] = {configuration, boundary, contents};
+  return habm_detail::forEachKindWhile(habm_detail::ReadOrder{}, [&](auto kind) {
+    using K = decltype(kind);
+    rapidjson::Value const* json = groups[static_cast<std::size_t>(K::GROUP)];
+    if (json == nullptr) {
+      return unmarshalCollection<K>(nullptr, block);
+    }
+    Value const group(*json);
+    return unmarshalCollection<K>(&group, block);
+  });
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAttribute& attribute) const {
-  return unmarshalValueObject(object, attribute);
+  return unmarshalValueObject(object.json, attribute);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMGeneric& generic) const {
-  return unmarshalValueObject(object, generic);
+  return unmarshalValueObject(object.json, generic);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMParameter& parameter) const {
-  return unmarshalValueObject(object, parameter);
+  return unmarshalValueObject(object.json, parameter);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMPort& port) const {
   std::string type;
   std::string direction;
-  if (!Keys::getJsonString(object, Keys::STR_TYPE(), type, true) ||
-      !Keys::getJsonString(object, Keys::STR_DIRECTION(), direction, true)) {
+  if (!Keys::getJsonString(object.json, Keys::STR_TYPE(), type, true) ||
+      !Keys::getJsonString(object.json, Keys::STR_DIRECTION(), direction, true)) {
     return false;
   }
   // The type first: a wire resets the bounds, which come after it.
   port.setPortType(HABMPort::encodePortType(type));
   port.setPortDirection(HABMPort::encodePortDirection(direction));
   int left = 0;
-  Keys::getJsonInt(object, Keys::STR_SIZE_LEFT(), left, false);
+  Keys::getJsonInt(object.json, Keys::STR_SIZE_LEFT(), left, false);
   port.setPortLeft(static_cast<std::uint32_t>(left));
   int right = 0;
-  Keys::getJsonInt(object, Keys::STR_SIZE_RIGHT(), right, false);
+  Keys::getJsonInt(object.json, Keys::STR_SIZE_RIGHT(), right, false);
   port.setPortRight(static_cast<std::uint32_t>(right));
-  return unmarshalCollection(
-      &object, Keys::STR_ATTRIBUTES(), [&] { port.clearAttributes(); },
-      [&](std::string const& name) { return port.createAttribute(name, ""); });
+  return unmarshalCollection<Kind<ChildKind::PORT_ATTRIBUTE>>(&object, port);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMPortConnection& connection) const {
   std::string text = "soft";
-  Keys::getJsonString(object, Keys::STR_TYPE(), text, false);
+  Keys::getJsonString(object.json, Keys::STR_TYPE(), text, false);
   connection.setConnectionType(HABMPortConnection::encodeConnectionType(text));
   text.clear();
-  Keys::getJsonString(object, Keys::STR_SOURCE(), text, false);
+  Keys::getJsonString(object.json, Keys::STR_SOURCE(), text, false);
   connection.setSourcePath(text);  // a source outside the block only leaves the net dangling
   if (replacing()) {
     connection.clearTargetPaths();
   }
-  Value const* targets = Keys::getJsonValue(object, Keys::STR_TARGETS(), false);
+  rapidjson::Value const* targets = Keys::getJsonValue(object.json, Keys::STR_TARGETS(), false);
   if (targets == nullptr) {
     return true;
   }
@@ -349,25 +333,23 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMPortConnection& connecti
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAddrSpace& space) const {
   HABMAddrValue range;
-  if (!readAddress(object, Keys::STR_RANGE(), "", true, range)) {
+  if (!readAddress(object.json, Keys::STR_RANGE(), "", true, range)) {
     return false;
   }
   space.setRange(range);
-  return unmarshalCollection(
-      &object, Keys::STR_ADDRESS_SEGMENTS(), [&] { space.clearAddrSegments(); },
-      [&](std::string const& name) { return space.createAddrSegment(name); });
+  return unmarshalCollection<Kind<ChildKind::ADDR_SEGMENT>>(&object, space);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAddrSegment& segment) const {
   std::string type;
-  readText(object, Keys::STR_TYPE(), "both", false, type);
+  readText(object.json, Keys::STR_TYPE(), "both", false, type);
   segment.setMemoryType(HABMAddrSegment::encodeMemoryType(type));
   HABMAddrValue value;
-  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_OFFSET(), "", true, value)) {
     return false;
   }
   segment.setOffset(value);
-  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_RANGE(), "", true, value)) {
     return false;
   }
   segment.setRange(value);
@@ -376,80 +358,72 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMAddrSegment& segment) co
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMMemoryMap& map) const {
   HABMAddrValue range;
-  if (!readAddress(object, Keys::STR_RANGE(), "", true, range)) {
+  if (!readAddress(object.json, Keys::STR_RANGE(), "", true, range)) {
     return false;
   }
   map.setRange(range);
-  return unmarshalCollection(
-      &object, Keys::STR_ADDRESS_BLOCKS(), [&] { map.clearAddrBlocks(); },
-      [&](std::string const& name) { return map.createAddrBlock(name); });
+  return unmarshalCollection<Kind<ChildKind::ADDR_BLOCK>>(&object, map);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAddrBlock& block) const {
   std::string text;
-  if (!readText(object, Keys::STR_TYPE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_TYPE(), "", true, text)) {
     return false;
   }
   block.setMemoryType(HABMAddrBlock::encodeMemoryType(text));
-  readText(object, Keys::STR_ACCESS(), "read_write", false, text);
+  readText(object.json, Keys::STR_ACCESS(), "read_write", false, text);
   block.setMemoryAccess(HABMAddrBlock::encodeMemoryAccess(text));
   HABMAddrValue value;
-  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_OFFSET(), "", true, value)) {
     return false;
   }
   block.setOffset(value);
-  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_RANGE(), "", true, value)) {
     return false;
   }
   block.setRange(value);
-  return unmarshalCollection(
-      &object, Keys::STR_REGISTERS(), [&] { block.clearRegisters(); },
-      [&](std::string const& name) { return block.createRegister(name); });
+  return unmarshalCollection<Kind<ChildKind::REGISTER>>(&object, block);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMRegister& reg) const {
   HABMAddrValue value;
-  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_OFFSET(), "", true, value)) {
     return false;
   }
   reg.setOffset(value);
   unsigned int width = 0;
-  if (!readCount(object, Keys::STR_WIDTH(), width)) {
+  if (!readCount(object.json, Keys::STR_WIDTH(), width)) {
     return false;
   }
   reg.setWidth(width);
   std::string text;
-  readText(object, Keys::STR_DESCRIPTION(), "", false, text);
+  readText(object.json, Keys::STR_DESCRIPTION(), "", false, text);
   reg.setDescription(text);
-  readText(object, Keys::STR_ACCESS(), "read_write", false, text);
+  readText(object.json, Keys::STR_ACCESS(), "read_write", false, text);
   reg.setAccess(HABMRegister::encodeRegisterAccess(text));
-  readAddress(object, Keys::STR_VALUE(), "0x0", false, value);
+  readAddress(object.json, Keys::STR_VALUE(), "0x0", false, value);
   reg.setValue(value);
-  readAddress(object, Keys::STR_RESET(), "0x0", false, value);
+  readAddress(object.json, Keys::STR_RESET(), "0x0", false, value);
   reg.setReset(value);
-  return unmarshalCollection(
-             &object, Keys::STR_FIELDS(), [&] { reg.clearFields(); },
-             [&](std::string const& name) { return reg.createField(name); }) &&
-         unmarshalCollection(
-             &object, Keys::STR_PARAMETERS(), [&] { reg.clearParameters(); },
-             [&](std::string const& name) { return reg.createParameter(name, ""); });
+  return unmarshalCollection<Kind<ChildKind::REGISTER_FIELD>>(&object, reg) &&
+         unmarshalCollection<Kind<ChildKind::REGISTER_PARAMETER>>(&object, reg);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMRegisterField& field) const {
   unsigned int count = 0;
-  if (!readCount(object, Keys::STR_OFFSET(), count)) {
+  if (!readCount(object.json, Keys::STR_OFFSET(), count)) {
     return false;
   }
   field.setOffset(count);
-  if (!readCount(object, Keys::STR_WIDTH(), count)) {
+  if (!readCount(object.json, Keys::STR_WIDTH(), count)) {
     return false;
   }
   field.setWidth(count);
   std::string text;
-  readText(object, Keys::STR_ACCESS(), "read_write", false, text);
+  readText(object.json, Keys::STR_ACCESS(), "read_write", false, text);
   field.setAccess(HABMRegisterField::encodeFieldAccess(text));
   HABMAddrValue reset;
-  readAddress(object, Keys::STR_RESET(), "0x0", false, reset);
+  readAddress(object.json, Keys::STR_RESET(), "0x0", false, reset);
   field.setReset(reset);
   return true;
 }
@@ -457,24 +431,24 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMRegisterField& field) co
 // The paths are stored whatever form they have, as the setters do; only their absence fails.
 bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAssign& assign) const {
   std::string text;
-  if (!readText(object, Keys::STR_TYPE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_TYPE(), "", true, text)) {
     return false;
   }
   assign.setAssignType(HABMAddrAssign::encodeAssignType(text));
-  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_SOURCE(), "", true, text)) {
     return false;
   }
   assign.setSourcePath(text);
-  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_TARGET(), "", true, text)) {
     return false;
   }
   assign.setTargetPath(text);
   HABMAddrValue value;
-  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_OFFSET(), "", true, value)) {
     return false;
   }
   assign.setOffset(value);
-  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_RANGE(), "", true, value)) {
     return false;
   }
   assign.setRange(value);
@@ -485,23 +459,23 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAssign& assign) cons
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMInterface& iface) const {
   std::string text;
-  if (!readText(object, Keys::STR_VLNV(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_VLNV(), "", true, text)) {
     return false;
   }
   iface.setInterfaceVlnv(text);
-  if (!readText(object, Keys::STR_MODE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_MODE(), "", true, text)) {
     return false;
   }
   iface.setInterfaceMode(HABMInterface::encodeInterfaceMode(text));
-  readText(object, Keys::STR_ENABLEMENT(), "", false, text);
+  readText(object.json, Keys::STR_ENABLEMENT(), "", false, text);
   iface.setEnablement(text);
   // Either reference is taken on any interface; of the two, the memory map's is set last and wins.
-  readText(object, Keys::STR_ADDRESS_SPACE_REF(), "", false, text);
+  readText(object.json, Keys::STR_ADDRESS_SPACE_REF(), "", false, text);
   iface.setAddrSpaceRef(text);
-  readText(object, Keys::STR_MEMORY_MAP_REF(), "", false, text);
+  readText(object.json, Keys::STR_MEMORY_MAP_REF(), "", false, text);
   iface.setMemoryMapRef(text);
   HABMAddrValue base;
-  readAddress(object, Keys::STR_BASE_ADDRESS(), "0x0", false, base);
+  readAddress(object.json, Keys::STR_BASE_ADDRESS(), "0x0", false, base);
   iface.setBaseAddress(base);
   std::set<HABMAddrAperture> apertures;
   if (!replacing()) {
@@ -512,23 +486,19 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMInterface& iface) const 
   if (!aperturesRead) {
     return false;
   }
-  return unmarshalCollection(
-             &object, Keys::STR_PARAMETERS(), [&] { iface.clearParameters(); },
-             [&](std::string const& name) { return iface.createParameter(name, ""); }) &&
-         unmarshalCollection(
-             &object, Keys::STR_PORT_MAPS(), [&] { iface.clearPortMaps(); },
-             [&](std::string const& name) { return iface.createPortMap(name, ""); });
+  return unmarshalCollection<Kind<ChildKind::INTERFACE_PARAMETER>>(&object, iface) &&
+         unmarshalCollection<Kind<ChildKind::PORT_MAP>>(&object, iface);
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMPortMap& portMap) const {
   std::string text;
-  if (!readText(object, Keys::STR_PHYSICAL_PORT(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_PHYSICAL_PORT(), "", true, text)) {
     return false;
   }
   portMap.setPhyName(text);
   auto const bound = [&](std::string const& key) {
     int value = -1;
-    Keys::getJsonInt(object, key, value, false);
+    Keys::getJsonInt(object.json, key, value, false);
     return value;
   };
   portMap.setLogLeft(bound(Keys::STR_LOGICAL_LEFT()));
@@ -540,11 +510,11 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMPortMap& portMap) const 
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAperture& aperture) const {
   HABMAddrValue value;
-  if (!readAddress(object, Keys::STR_OFFSET(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_OFFSET(), "", true, value)) {
     return false;
   }
   aperture.setBaseAddress(value);
-  if (!readAddress(object, Keys::STR_RANGE(), "", true, value)) {
+  if (!readAddress(object.json, Keys::STR_RANGE(), "", true, value)) {
     return false;
   }
   aperture.setRange(value);
@@ -553,11 +523,11 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMAddrAperture& aperture) 
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMBridge& bridge) const {
   std::string text;
-  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_SOURCE(), "", true, text)) {
     return false;
   }
   bridge.setSourceName(text);
-  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_TARGET(), "", true, text)) {
     return false;
   }
   bridge.setTargetName(text);
@@ -573,13 +543,13 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBridge& bridge) const {
 // A remap has one range, the source's: the range in the target text is dropped.
 bool HABMJsonReader::unmarshal(Value const& object, HABMAddrRemap& remap) const {
   std::string text;
-  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_SOURCE(), "", true, text)) {
     return false;
   }
   HABMAddrAperture const source(text);
   remap.setSourceBaseAddress(source.getBaseAddress());
   remap.setRange(source.getRange());
-  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_TARGET(), "", true, text)) {
     return false;
   }
   remap.setTargetBaseAddress(HABMAddrAperture(text).getBaseAddress());
@@ -589,13 +559,13 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMAddrRemap& remap) const 
 // The setters' results are not looked at: a path outside the block only leaves the connection dangling.
 bool HABMJsonReader::unmarshal(Value const& object, HABMInterfaceConnection& connection) const {
   std::string text;
-  readText(object, Keys::STR_TYPE(), "soft", false, text);
+  readText(object.json, Keys::STR_TYPE(), "soft", false, text);
   connection.setConnectionType(HABMInterfaceConnection::encodeConnectionType(text));
-  if (!readText(object, Keys::STR_SOURCE(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_SOURCE(), "", true, text)) {
     return false;
   }
   connection.setSourcePath(text);
-  if (!readText(object, Keys::STR_TARGET(), "", true, text)) {
+  if (!readText(object.json, Keys::STR_TARGET(), "", true, text)) {
     return false;
   }
   connection.setTargetPath(text);

@@ -3,8 +3,6 @@
 
 #include "util/HUTFile.h"
 
-#include <rapidjson/document.h>
-
 #include <iosfwd>
 #include <set>
 #include <string>
@@ -46,12 +44,12 @@ class HABMJsonReader {
   static constexpr unsigned MAX_NESTING = 3000;
 
  private:
-  using Value = rapidjson::Value;
+  /// One JSON value of the document being read; the JSON library stays in the source.
+  class Value;
 
   HABMJsonReader(HUTFile file, Mode mode) : file_(std::move(file)), mode_(mode) {}
 
   bool unmarshal(std::istream& in, HABMBlock& block) const;
-  bool unmarshal(std::istream& in, rapidjson::Document& document) const;
 
   bool unmarshal(Value const& object, HABMBlock& block) const;
   bool unmarshal(Value const& object, HABMAttribute& attribute) const;
@@ -79,11 +77,12 @@ class HABMJsonReader {
   template <class T>
   bool unmarshalArray(Value const& object, std::string const& key, std::set<T>& items) const;
 
-  /// Reads the collection `key` of `group` (null when the group is absent): in MODE_REPLACE `clear()`
-  /// runs first; then each member becomes a child through `create(name)` and is read into it. False when
-  /// a child could not be made or read; the other members are still read.
-  template <class Clear, class Create>
-  bool unmarshalCollection(Value const* group, std::string const& key, Clear&& clear, Create&& create) const;
+  /// Reads the collection of kind `Kind` of `owner` from `group` (null when the group is absent): in
+  /// MODE_REPLACE the owner's container is cleared first; then each member becomes a child through the
+  /// kind's public creator and is read into it. False when a child could not be made or read; the other
+  /// members are still read.
+  template <class Kind>
+  bool unmarshalCollection(Value const* group, typename Kind::Owner& owner) const;
 
   bool replacing() const { return mode_ == MODE_REPLACE; }
 

@@ -3,6 +3,8 @@
 
 #include "msg/ComMsgMgr.h"
 
+#include <rapidjson/document.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
@@ -188,8 +190,8 @@ bool HABMJsonUtils::getJsonString(rapidjson::Value const& object, std::string co
   return true;
 }
 
-std::string HABMJsonUtils::getJsonTypeStr(rapidjson::Type const& type) {
-  switch (type) {
+std::string HABMJsonUtils::getJsonTypeStr(int const& type) {
+  switch (static_cast<rapidjson::Type>(type)) {
     case rapidjson::kNullType:
       return "null";
     case rapidjson::kFalseType:

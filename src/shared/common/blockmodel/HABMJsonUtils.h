@@ -1,7 +1,7 @@
 // HABMJsonUtils.h: the key vocabulary of block model files and the typed reads of their members.
 #pragma once
 
-#include <rapidjson/document.h>
+#include "json/HCRapidJsonFwd.h"
 
 #include <cstdint>
 #include <string>
@@ -104,8 +104,9 @@ class HABMJsonUtils {
   /// elements are joined. False when absent or not convertible.
   static bool getJsonString(rapidjson::Value const& object, std::string const& key, std::string& result,
                             bool const& required);
-  /// The name of a JSON type in type errors: "null", "boolean", "object", "array", "string", "number".
-  static std::string getJsonTypeStr(rapidjson::Type const& type);
+  /// The name of a JSON type (a rapidjson::Type) in type errors: "null", "boolean", "object", "array",
+  /// "string", "number".
+  static std::string getJsonTypeStr(int const& type);
   /// Decimal text of a 32-bit number.
   static std::string decodeInt(int const& value);
   /// Decimal text of a 64-bit number.

@@ -10,7 +10,6 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMBridge.h"
-#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMInterfaceConnection.h"
@@ -22,6 +21,8 @@
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
+#include "blockmodel/detail/HABMFileWrite.h"
+#include "blockmodel/detail/HABMKinds.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTEnv.h"
@@ -77,6 +78,8 @@ class HABMJsonWriter::Out {
 
 namespace {
 
+using habm_detail::ChildKind;
+using habm_detail::Kind;
 using Keys = HABMJsonUtils;
 
 constexpr char kPrettyParam[] = "project.prettyBlockModelWriter";
@@ -163,9 +166,9 @@ bool emitsMembers(HABMPortConnection const& connection) {
          !connection.getSourcePath(false).empty() || !connection.getTargetPaths(false).empty();
 }
 
-template <class T>
-bool anyEmitsMembers(std::vector<T*> const& children) {
-  return std::any_of(children.begin(), children.end(), [](T const* c) { return emitsMembers(*c); });
+template <class List>
+bool anyEmitsMembers(List const& children) {
+  return std::any_of(children.begin(), children.end(), [](auto const* c) { return emitsMembers(*c); });
 }
 
 }  // namespace
@@ -215,25 +218,43 @@ bool HABMJsonWriter::marshal(HABMBlock const& block, std::ostream& out) const {
   return ok && out.good();
 }
 
-template <class T>
-bool HABMJsonWriter::marshalCollection(Out& out, std::string const& key,
-                                       std::vector<T*> const& children) const {
+template <class K>
+bool HABMJsonWriter::marshalCollection(Out& out, typename K::Owner const& owner) const {
+  auto const& children = K::list(owner);
   if (!anyEmitsMembers(children)) {
     return true;
   }
   bool result = true;
-  out.key(key);
+  out.key(K::key());
   out.startObject();
-  for (T const* child : children) {
+  for (auto const* child : children) {
     if (!emitsMembers(*child)) {
       continue;
     }
-    out.key(HABMChildName<T>::of(*child));
+    out.key(HABMChildName<typename K::Child>::of(*child));
     out.startObject();
     result = marshal(*child, out) && result;
     [[maybe_unused]] std::size_t const members = out.endObject();
     assert(members > 0 && "emitsMembers() promised members that marshal() did not write");
   }
+  out.endObject();
+  return result;
+}
+
+template <class Kinds>
+bool HABMJsonWriter::marshalGroup(Out& out, std::string const& key, HABMBlock const& block,
+                                  Kinds kinds) const {
+  bool any = false;
+  habm_detail::forEachKind(kinds,
+                           [&](auto kind) { any = any || anyEmitsMembers(decltype(kind)::list(block)); });
+  if (!any) {
+    return true;
+  }
+  bool result = true;
+  out.key(key);
+  out.startObject();
+  habm_detail::forEachKind(
+      kinds, [&](auto kind) { result = marshalCollection<decltype(kind)>(out, block) && result; });
   out.endObject();
   return result;
 }
@@ -276,52 +297,10 @@ bool HABMJsonWriter::marshal(HABMBlock const& block, Out& out) const {
     out.member(Keys::STR_TRANSPARENT(), false);
   }
 
-  bool result = true;
   // A group stands in the file only when one of its collections has a child to show.
-  auto const parameters = block.getParameters();
-  auto const generics = block.getGenerics();
-  auto const attributes = block.getAttributes();
-  if (anyEmitsMembers(parameters) || anyEmitsMembers(generics) || anyEmitsMembers(attributes)) {
-    out.key(Keys::STR_CONFIGURATION());
-    out.startObject();
-    result = marshalCollection(out, Keys::STR_PARAMETERS(), parameters) && result;
-    result = marshalCollection(out, Keys::STR_GENERICS(), generics) && result;
-    result = marshalCollection(out, Keys::STR_ATTRIBUTES(), attributes) && result;
-    out.endObject();
-  }
-
-  auto const ports = block.getPorts();
-  auto const interfaces = block.getInterfaces();
-  auto const memoryMaps = block.getMemoryMaps();
-  auto const addrSpaces = block.getAddrSpaces();
-  auto const bridges = block.getBridges();
-  if (anyEmitsMembers(ports) || anyEmitsMembers(interfaces) || anyEmitsMembers(memoryMaps) ||
-      anyEmitsMembers(addrSpaces) || anyEmitsMembers(bridges)) {
-    out.key(Keys::STR_BOUNDARY());
-    out.startObject();
-    result = marshalCollection(out, Keys::STR_PORTS(), ports) && result;
-    result = marshalCollection(out, Keys::STR_INTERFACES(), interfaces) && result;
-    result = marshalCollection(out, Keys::STR_MEMORY_MAPS(), memoryMaps) && result;
-    result = marshalCollection(out, Keys::STR_ADDRESS_SPACES(), addrSpaces) && result;
-    result = marshalCollection(out, Keys::STR_BRIDGES(), bridges) && result;
-    out.endObject();
-  }
-
-  auto const subBlocks = block.getSubBlocks();
-  auto const portConnections = block.getPortConnections();
-  auto const interfaceConnections = block.getInterfaceConnections();
-  auto const addrAssigns = block.getAddrAssigns();
-  if (anyEmitsMembers(subBlocks) || anyEmitsMembers(portConnections) ||
-      anyEmitsMembers(interfaceConnections) || anyEmitsMembers(addrAssigns)) {
-    out.key(Keys::STR_CONTENTS());
-    out.startObject();
-    result = marshalCollection(out, Keys::STR_SUB_BLOCKS(), subBlocks) && result;
-    result = marshalCollection(out, Keys::STR_PORT_CONNECTIONS(), portConnections) && result;
-    result = marshalCollection(out, Keys::STR_INTERFACE_CONNECTIONS(), interfaceConnections) && result;
-    result = marshalCollection(out, Keys::STR_ADDRESS_ASSIGNMENTS(), addrAssigns) && result;
-    out.endObject();
-  }
-  return result;
+  bool result = marshalGroup(out, Keys::STR_CONFIGURATION(), block, habm_detail::WriteConfiguration{});
+  result = marshalGroup(out, Keys::STR_BOUNDARY(), block, habm_detail::WriteBoundary{}) && result;
+  return marshalGroup(out, Keys::STR_CONTENTS(), block, habm_detail::WriteContents{}) && result;
 }
 
 bool HABMJsonWriter::marshal(HABMAttribute const& attribute, Out& out) const {
@@ -345,7 +324,7 @@ bool HABMJsonWriter::marshal(HABMPort const& port, Out& out) const {
     out.unsignedMember(Keys::STR_SIZE_LEFT(), static_cast<unsigned>(port.getPortLeft()));
     out.unsignedMember(Keys::STR_SIZE_RIGHT(), static_cast<unsigned>(port.getPortRight()));
   }
-  return marshalCollection(out, Keys::STR_ATTRIBUTES(), port.getAttributes());
+  return marshalCollection<Kind<ChildKind::PORT_ATTRIBUTE>>(out, port);
 }
 
 bool HABMJsonWriter::marshal(HABMPortConnection const& connection, Out& out) const {
@@ -373,7 +352,7 @@ bool HABMJsonWriter::marshal(HABMPortConnection const& connection, Out& out) con
 
 bool HABMJsonWriter::marshal(HABMAddrSpace const& space, Out& out) const {
   out.address(Keys::STR_RANGE(), space.getRange());
-  return marshalCollection(out, Keys::STR_ADDRESS_SEGMENTS(), space.getAddrSegments());
+  return marshalCollection<Kind<ChildKind::ADDR_SEGMENT>>(out, space);
 }
 
 bool HABMJsonWriter::marshal(HABMAddrSegment const& segment, Out& out) const {
@@ -387,7 +366,7 @@ bool HABMJsonWriter::marshal(HABMAddrSegment const& segment, Out& out) const {
 
 bool HABMJsonWriter::marshal(HABMMemoryMap const& map, Out& out) const {
   out.address(Keys::STR_RANGE(), map.getRange());
-  return marshalCollection(out, Keys::STR_ADDRESS_BLOCKS(), map.getAddrBlocks());
+  return marshalCollection<Kind<ChildKind::ADDR_BLOCK>>(out, map);
 }
 
 bool HABMJsonWriter::marshal(HABMAddrBlock const& block, Out& out) const {
@@ -397,7 +376,7 @@ bool HABMJsonWriter::marshal(HABMAddrBlock const& block, Out& out) const {
   }
   out.address(Keys::STR_OFFSET(), block.getOffset());
   out.address(Keys::STR_RANGE(), block.getRange());
-  return marshalCollection(out, Keys::STR_REGISTERS(), block.getRegisters());
+  return marshalCollection<Kind<ChildKind::REGISTER>>(out, block);
 }
 
 bool HABMJsonWriter::marshal(HABMRegister const& reg, Out& out) const {
@@ -415,8 +394,8 @@ bool HABMJsonWriter::marshal(HABMRegister const& reg, Out& out) const {
   if (reg.getReset() != HABMAddrValue::CONST_0()) {
     out.address(Keys::STR_RESET(), reg.getReset());
   }
-  bool const fields = marshalCollection(out, Keys::STR_FIELDS(), reg.getFields());
-  return marshalCollection(out, Keys::STR_PARAMETERS(), reg.getParameters()) && fields;
+  bool const fields = marshalCollection<Kind<ChildKind::REGISTER_FIELD>>(out, reg);
+  return marshalCollection<Kind<ChildKind::REGISTER_PARAMETER>>(out, reg) && fields;
 }
 
 bool HABMJsonWriter::marshal(HABMRegisterField const& field, Out& out) const {
@@ -461,8 +440,8 @@ bool HABMJsonWriter::marshal(HABMInterface const& iface, Out& out) const {
   }
   // As stored, relative to the base address.
   bool result = marshalArray(out, Keys::STR_ADDRESS_APERTURES(), iface.getApertures(false));
-  result = marshalCollection(out, Keys::STR_PARAMETERS(), iface.getParameters()) && result;
-  return marshalCollection(out, Keys::STR_PORT_MAPS(), iface.getPortMaps()) && result;
+  result = marshalCollection<Kind<ChildKind::INTERFACE_PARAMETER>>(out, iface) && result;
+  return marshalCollection<Kind<ChildKind::PORT_MAP>>(out, iface) && result;
 }
 
 bool HABMJsonWriter::marshal(HABMPortMap const& portMap, Out& out) const {

@@ -65,10 +65,15 @@ class HABMJsonWriter {
   bool marshal(HABMAddrRemap const& remap, Out& out) const;
   bool marshal(HABMInterfaceConnection const& connection, Out& out) const;
 
-  /// Writes `children` under `key` as an object keyed by the children's names, each marshalled into its
-  /// own object; children without members and an empty collection are left out.
-  template <class T>
-  bool marshalCollection(Out& out, std::string const& key, std::vector<T*> const& children) const;
+  /// Writes the children of kind `Kind` of `owner` under the kind's key as an object keyed by their names,
+  /// each marshalled into its own object; children without members and an empty collection are left out.
+  template <class Kind>
+  bool marshalCollection(Out& out, typename Kind::Owner const& owner) const;
+
+  /// Writes the group object `key` of a block, holding the collections of `Kinds` in their order; left out
+  /// when none of them has a child to show.
+  template <class Kinds>
+  bool marshalGroup(Out& out, std::string const& key, HABMBlock const& block, Kinds kinds) const;
 
   /// Writes a non-empty set of nameless values under `key` as an array of objects, in the set's order;
   /// an empty set is left out.

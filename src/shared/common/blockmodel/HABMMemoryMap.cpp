@@ -3,10 +3,12 @@
 
 #include "blockmodel/HABMAddrBlock.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMNestedChild.h"
 #include "blockmodel/HABMPath.h"
+#include "blockmodel/detail/HABMKinds.h"
 
-HABMMemoryMap::HABMMemoryMap(HABMBlock const* parent, std::string const& name)
+using AddrBlockKind = habm_detail::Kind<habm_detail::ChildKind::ADDR_BLOCK>;
+
+HABMMemoryMap::HABMMemoryMap(HABMBlock* parent, std::string const& name)
     : parent_(parent), name_(name), range_(HABMAddrValue::CONST_4G()) {}
 
 HABMMemoryMap::~HABMMemoryMap() = default;
@@ -16,8 +18,7 @@ std::string HABMMemoryMap::getPath() const {
 }
 
 HABMAddrBlock* HABMMemoryMap::createAddrBlock(std::string const& name) {
-  return habm_detail::createNestedChild(addrBlocks_, name, "Created address block '%s'.\n",
-                                        [&] { return new HABMAddrBlock(this, name); });
+  return habm_detail::createChild<AddrBlockKind>(*this, name, false).child;
 }
 
 HABMAddrBlock* HABMMemoryMap::getAddrBlock(std::string const& name) const {
@@ -29,7 +30,7 @@ std::vector<HABMAddrBlock*> HABMMemoryMap::getAddrBlocks() const {
 }
 
 bool HABMMemoryMap::removeAddrBlock(std::string const& name) {
-  return habm_detail::removeNestedChild(addrBlocks_, name, "Removed address block '%s'.\n");
+  return habm_detail::removeChild<AddrBlockKind>(*this, name);
 }
 
 void HABMMemoryMap::clearAddrBlocks() {
@@ -39,17 +40,9 @@ void HABMMemoryMap::clearAddrBlocks() {
 void HABMMemoryMap::clone(HABMMemoryMap const& source) {
   range_ = source.range_;
   clearAddrBlocks();
-  for (auto const& from : source.addrBlocks_.items()) {
+  for (HABMAddrBlock const* from : source.addrBlocks_) {
     if (HABMAddrBlock* to = createAddrBlock(from->getName())) {
       to->clone(*from);
     }
   }
-}
-
-bool HABMMemoryMap::check() const {
-  bool ok = habm_detail::checkNestedChildren(addrBlocks_, this);
-  for (auto const& block : addrBlocks_.items()) {
-    ok = ok && block->check();
-  }
-  return ok;
 }

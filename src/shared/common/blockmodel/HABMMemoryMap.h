@@ -41,19 +41,16 @@ class HABMMemoryMap {
   /// Destroys every address block, silently.
   void clearAddrBlocks();
 
-  /// Walks the address blocks below the map and says whether their invariants hold: parents point back, names
-  /// are valid, the name indexes agree with their containers. For tests; never called by the library.
-  bool check() const;
-
  private:
   friend class HABMBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMMemoryMap(HABMBlock const* parent, std::string const& name);
+  HABMMemoryMap(HABMBlock* parent, std::string const& name);
   // Copies the range and the address blocks of `source` into this map, which already bears its name.
   void clone(HABMMemoryMap const& source);
 
-  HABMBlock const* parent_;
+  HABMBlock* parent_;
   std::string name_;
   HABMAddrValue range_;
   HABMChildList<HABMAddrBlock> addrBlocks_;

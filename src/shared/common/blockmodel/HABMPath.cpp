@@ -89,5 +89,8 @@ std::string HABMPath::get_relative_path(HABMBlock const& block, std::string cons
   if (path.size() < prefix.size() || path.compare(0, prefix.size(), prefix) != 0) {
     return std::string();
   }
-  return path.substr(prefix.size());
+  // Further separators right after the prefix stand for no level ("//a" is "/a"); kept, they would make
+  // an absolute "relative" path that reads back as another one.
+  std::size_t const level = path.find_first_not_of(SEPARATOR(), prefix.size());
+  return level == std::string::npos ? std::string() : path.substr(level);
 }

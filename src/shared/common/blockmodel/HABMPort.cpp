@@ -3,57 +3,38 @@
 
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMChildRules.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMPortConnection.h"
+#include "blockmodel/detail/HABMEnumTable.h"
+#include "blockmodel/detail/HABMKinds.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
-
+#include <initializer_list>
 #include <utility>
 
-using habm_detail::ChildTexts;
-using habm_detail::TRACE_BLOCK;
-using habm_detail::TRACE_CHILD;
+using PortAttributeKind = habm_detail::Kind<habm_detail::ChildKind::PORT_ATTRIBUTE>;
 
 std::string const& HABMChildName<HABMPort>::of(HABMPort const& port) {
   return port.getPortName();
 }
 
-std::string habm_detail::childOwnerPath(HABMPort const& port) {
-  return port.getPortPath();
-}
-
 namespace {
 
-// The second conversion of the remove text is malformed; the message manager prints what it can.
-constexpr ChildTexts kPortAttributeTexts{
-    "Created attribute '%s' on port '%s'.\n",  TRACE_CHILD, "Failed to create attribute '%s' on port '%s'.\n",
-    "Removed attribute '%s' from port '%'.\n", TRACE_CHILD, nullptr};
+constexpr habm_detail::EnumTable<HABMPort::PortDirection, HABMPort::DIR_UNKNOWN> kDirections{
+    habm_detail::Fold::LOWER,
+    {{{HABMPort::DIR_IN, "in", {"i"}},
+      {HABMPort::DIR_OUT, "out", {"o"}},
+      {HABMPort::DIR_INOUT, "inout", {"io"}},
+      {HABMPort::DIR_PHANTOM, "phantom"}}}};
+static_assert(kDirections.complete(), "one text per port direction");
 
-struct DirectionText {
-  HABMPort::PortDirection direction;
-  char const* text;
-  char const* shortText;  // the one-letter form read from files and commands, or null
-};
-
-// DIR_UNKNOWN has no text: it is what every other text reads as.
-constexpr DirectionText kDirectionTexts[] = {{HABMPort::DIR_IN, "in", "i"},
-                                             {HABMPort::DIR_OUT, "out", "o"},
-                                             {HABMPort::DIR_INOUT, "inout", "io"},
-                                             {HABMPort::DIR_PHANTOM, "phantom", nullptr}};
-
-struct TypeText {
-  HABMPort::PortType type;
-  char const* text;
-};
-
-// TYPE_UNKNOWN has no text: it is what every other text reads as.
-constexpr TypeText kTypeTexts[] = {{HABMPort::TYPE_WIRE, "wire"}, {HABMPort::TYPE_VECTOR, "vector"}};
+constexpr habm_detail::EnumTable<HABMPort::PortType, HABMPort::TYPE_UNKNOWN> kTypes{
+    habm_detail::Fold::LOWER, {{{HABMPort::TYPE_WIRE, "wire"}, {HABMPort::TYPE_VECTOR, "vector"}}}};
+static_assert(kTypes.complete(), "one text per port type");
 
 }  // namespace
 
-HABMPort::HABMPort(HABMBlock const& parent, std::string name) : parent_(parent), name_(std::move(name)) {}
+HABMPort::HABMPort(HABMBlock* parent, std::string name) : parent_(parent), name_(std::move(name)) {}
 
 HABMPort::~HABMPort() = default;
 
@@ -66,7 +47,7 @@ void HABMPort::setPortType(PortType const& portType) {
 }
 
 std::string HABMPort::getPortPath() const {
-  return HABMPath::terminate(parent_.getInstancePath()) + name_;
+  return HABMPath::terminate(parent_->getInstancePath()) + name_;
 }
 
 std::string HABMPort::getPortRange() const {
@@ -81,49 +62,25 @@ std::uint64_t HABMPort::getPortWidth() const {
 }
 
 HABMPort::PortDirection HABMPort::encodePortDirection(std::string text) {
-  boost::algorithm::to_lower(text);
-  for (auto const& entry : kDirectionTexts) {
-    if (text == entry.text || (entry.shortText != nullptr && text == entry.shortText)) {
-      return entry.direction;
-    }
-  }
-  return DIR_UNKNOWN;
+  return kDirections.encode(std::move(text));
 }
 
 std::string HABMPort::decodePortDirection(PortDirection const& direction) {
-  for (auto const& entry : kDirectionTexts) {
-    if (entry.direction == direction) {
-      return entry.text;
-    }
-  }
-  return std::string();
+  return kDirections.decode(direction);
 }
 
 HABMPort::PortType HABMPort::encodePortType(std::string text) {
-  boost::algorithm::to_lower(text);
-  for (auto const& entry : kTypeTexts) {
-    if (text == entry.text) {
-      return entry.type;
-    }
-  }
-  return TYPE_UNKNOWN;
+  return kTypes.encode(std::move(text));
 }
 
 std::string HABMPort::decodePortType(PortType const& type) {
-  for (auto const& entry : kTypeTexts) {
-    if (entry.type == type) {
-      return entry.text;
-    }
-  }
-  return std::string();
+  return kTypes.decode(type);
 }
 
 // Attributes.
 
 HABMAttribute* HABMPort::createAttribute(std::string const& name, std::string const& value) {
-  return habm_detail::createChild(
-      *this, attributes_, kPortAttributeTexts, name, false,
-      [&](std::string const& n) { return std::make_unique<HABMAttribute>(n, value); });
+  return habm_detail::createChild<PortAttributeKind>(*this, name, false, value).child;
 }
 HABMAttribute* HABMPort::getAttribute(std::string const& name) const {
   return attributes_.get(name);
@@ -135,7 +92,7 @@ bool HABMPort::hasAttributes() const {
   return !attributes_.empty();
 }
 bool HABMPort::removeAttribute(std::string const& name) {
-  return habm_detail::removeChild(*this, attributes_, kPortAttributeTexts, name);
+  return habm_detail::removeChild<PortAttributeKind>(*this, name);
 }
 void HABMPort::clearAttributes() {
   attributes_.clear();
@@ -163,7 +120,7 @@ void HABMPort::getConnections(std::vector<HABMPortConnection*>& sources,
   sources.clear();
   targets.clear();
   // A net on a port is drawn inside its block or in the block above; no other block can hold one.
-  for (HABMBlock const* block : {&parent_, parent_.getParent()}) {
+  for (HABMBlock const* block : std::initializer_list<HABMBlock const*>{parent_, parent_->getParent()}) {
     if (block == nullptr) {
       continue;
     }
@@ -208,7 +165,7 @@ bool HABMPort::hasConnections() const {
 
 std::vector<HABMInterface*> HABMPort::getParentInterfaces() const {
   std::vector<HABMInterface*> out;
-  for (HABMInterface* iface : parent_.getInterfaces()) {
+  for (HABMInterface* iface : parent_->getInterfaces()) {
     if (!iface->getPortMapsByPhyName(name_).empty()) {
       out.push_back(iface);
     }
@@ -217,7 +174,7 @@ std::vector<HABMInterface*> HABMPort::getParentInterfaces() const {
 }
 
 bool HABMPort::hasParentInterface() const {
-  for (HABMInterface const* iface : parent_.getInterfaces()) {
+  for (HABMInterface const* iface : parent_->getInterfaces()) {
     if (!iface->getPortMapsByPhyName(name_).empty()) {
       return true;
     }

@@ -48,7 +48,7 @@ class HABMPort {
   /// Sets the right bound, whatever the type.
   void setPortRight(std::uint32_t const& right) { portRight_ = right; }
   /// The block whose port table made the port.
-  HABMBlock const& getParent() const { return parent_; }
+  HABMBlock const& getParent() const { return *parent_; }
 
   /// The block's instance path, terminated, and the name ("/u0/clk").
   std::string getPortPath() const;
@@ -114,12 +114,14 @@ class HABMPort {
 
  private:
   friend class HABMBlock;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMPort(HABMBlock const& parent, std::string name);
+  HABMPort(HABMBlock* parent, std::string name);
   /// Copies name, type, direction, bounds (as they stand, not through setPortType) and attributes.
   void clone(HABMPort const& source);
 
-  HABMBlock const& parent_;
+  HABMBlock* parent_;
   std::string name_;
   PortType portType_ = TYPE_VECTOR;
   PortDirection portDirection_ = DIR_IN;

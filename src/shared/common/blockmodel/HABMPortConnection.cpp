@@ -4,22 +4,17 @@
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMPort.h"
-
-#include <boost/algorithm/string/case_conv.hpp>
+#include "blockmodel/detail/HABMEnumTable.h"
 
 #include <iterator>
 #include <utility>
 
 namespace {
 
-struct ConnectionTypeText {
-  HABMPortConnection::ConnectionType type;
-  char const* text;
-};
-
-// UNKNOWN has no text: it is what every other text reads as.
-constexpr ConnectionTypeText kConnectionTypeTexts[] = {{HABMPortConnection::SOFT, "soft"},
-                                                       {HABMPortConnection::HARD, "hard"}};
+constexpr habm_detail::EnumTable<HABMPortConnection::ConnectionType, HABMPortConnection::UNKNOWN>
+    kConnectionTypes{habm_detail::Fold::LOWER,
+                     {{{HABMPortConnection::SOFT, "soft"}, {HABMPortConnection::HARD, "hard"}}}};
+static_assert(kConnectionTypes.complete(), "one text per connection type");
 
 // A path resolves to a port only through its last level, which the block looks up by the exact name; a
 // cheap test of that level spares the resolution for every connection that cannot name the port.
@@ -32,31 +27,20 @@ bool lastLevelIs(std::string const& path, std::string const& name) {
 
 }  // namespace
 
-HABMPortConnection::HABMPortConnection(HABMBlock const& parent, std::string name,
+HABMPortConnection::HABMPortConnection(HABMBlock* parent, std::string name,
                                        ConnectionType const& connectionType)
     : parent_(parent), name_(std::move(name)), connectionType_(connectionType) {}
 
 std::string HABMPortConnection::getPath() const {
-  return HABMPath::terminate(parent_.getInstancePath()) + name_;
+  return HABMPath::terminate(parent_->getInstancePath()) + name_;
 }
 
 HABMPortConnection::ConnectionType HABMPortConnection::encodeConnectionType(std::string text) {
-  boost::algorithm::to_lower(text);
-  for (auto const& entry : kConnectionTypeTexts) {
-    if (text == entry.text) {
-      return entry.type;
-    }
-  }
-  return UNKNOWN;
+  return kConnectionTypes.encode(std::move(text));
 }
 
 std::string HABMPortConnection::decodeConnectionType(ConnectionType const& type) {
-  for (auto const& entry : kConnectionTypeTexts) {
-    if (entry.type == type) {
-      return entry.text;
-    }
-  }
-  return std::string();
+  return kConnectionTypes.decode(type);
 }
 
 bool HABMPortConnection::canConnect(HABMBlock const& block, std::string const& source,
@@ -76,16 +60,16 @@ bool HABMPortConnection::canConnect(HABMBlock const& block, std::string const& s
 }
 
 bool HABMPortConnection::setSourcePath(std::string const& path) {
-  sourcePath_ = HABMPath::get_relative_path(parent_, path);
+  sourcePath_ = HABMPath::get_relative_path(*parent_, path);
   return HABMPath::is_valid(sourcePath_);
 }
 
 std::string HABMPortConnection::getSourcePath(bool const& absolute) const {
-  return absolute ? HABMPath::get_absolute_path(parent_, sourcePath_) : sourcePath_;
+  return absolute ? HABMPath::get_absolute_path(*parent_, sourcePath_) : sourcePath_;
 }
 
 HABMPort* HABMPortConnection::getSourcePort() const {
-  return parent_.findPort(sourcePath_, true);
+  return parent_->findPort(sourcePath_, true);
 }
 
 bool HABMPortConnection::setTargetPaths(std::set<std::string> const& paths) {
@@ -103,13 +87,13 @@ std::set<std::string> HABMPortConnection::getTargetPaths(bool const& absolute) c
   }
   std::set<std::string> out;
   for (std::string const& path : targetPaths_) {
-    out.insert(HABMPath::get_absolute_path(parent_, path));
+    out.insert(HABMPath::get_absolute_path(*parent_, path));
   }
   return out;
 }
 
 bool HABMPortConnection::insertTargetPath(std::string const& path) {
-  std::string relative = HABMPath::get_relative_path(parent_, path);
+  std::string relative = HABMPath::get_relative_path(*parent_, path);
   if (!HABMPath::is_valid(relative)) {
     return false;
   }
@@ -118,7 +102,7 @@ bool HABMPortConnection::insertTargetPath(std::string const& path) {
 }
 
 void HABMPortConnection::removeTargetPath(std::string const& path) {
-  targetPaths_.erase(HABMPath::get_relative_path(parent_, path));
+  targetPaths_.erase(HABMPath::get_relative_path(*parent_, path));
 }
 
 void HABMPortConnection::clearTargetPaths() {
@@ -127,14 +111,14 @@ void HABMPortConnection::clearTargetPaths() {
 
 void HABMPortConnection::pruneTargetPaths() {
   for (auto it = targetPaths_.begin(); it != targetPaths_.end();) {
-    it = parent_.findPort(*it, true) == nullptr ? targetPaths_.erase(it) : std::next(it);
+    it = parent_->findPort(*it, true) == nullptr ? targetPaths_.erase(it) : std::next(it);
   }
 }
 
 std::vector<HABMPort*> HABMPortConnection::getTargetPorts() const {
   std::vector<HABMPort*> out;
   for (std::string const& path : targetPaths_) {
-    if (HABMPort* port = parent_.findPort(path, true)) {
+    if (HABMPort* port = parent_->findPort(path, true)) {
       out.push_back(port);
     }
   }
@@ -146,7 +130,7 @@ bool HABMPortConnection::isValid() const {
     return false;
   }
   for (std::string const& path : targetPaths_) {
-    if (parent_.findPort(path, true) != nullptr) {
+    if (parent_->findPort(path, true) != nullptr) {
       return true;
     }
   }
@@ -177,7 +161,7 @@ bool HABMPortConnection::sourceIs(HABMPort const& port) const {
 std::size_t HABMPortConnection::targetCount(HABMPort const& port) const {
   std::size_t count = 0;
   for (std::string const& path : targetPaths_) {
-    if (lastLevelIs(path, port.getPortName()) && parent_.findPort(path, true) == &port) {
+    if (lastLevelIs(path, port.getPortName()) && parent_->findPort(path, true) == &port) {
       ++count;
     }
   }

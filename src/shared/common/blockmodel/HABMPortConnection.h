@@ -1,6 +1,8 @@
 // HABMPortConnection.h: one net in a block, from a source port to target ports, held as relative paths.
 #pragma once
 
+#include "blockmodel/HABMChildList.h"
+
 #include <cstddef>
 #include <set>
 #include <string>
@@ -23,7 +25,7 @@ class HABMPortConnection {
   /// The name, unique on the block unless created with `force`.
   std::string const& getName() const { return name_; }
   /// The block that holds the connection.
-  HABMBlock const& getParent() const { return parent_; }
+  HABMBlock const& getParent() const { return *parent_; }
   /// The block's instance path, terminated, and the name.
   std::string getPath() const;
   /// SOFT for a connection the block made.
@@ -74,8 +76,10 @@ class HABMPortConnection {
  private:
   friend class HABMBlock;
   friend class HABMPort;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMPortConnection(HABMBlock const& parent, std::string name, ConnectionType const& connectionType);
+  HABMPortConnection(HABMBlock* parent, std::string name, ConnectionType const& connectionType);
   /// Copies name, type and paths; the paths, being relative, then name this connection's block's ports.
   void clone(HABMPortConnection const& source);
 
@@ -84,7 +88,7 @@ class HABMPortConnection {
   /// How many target paths resolve to `port`.
   std::size_t targetCount(HABMPort const& port) const;
 
-  HABMBlock const& parent_;
+  HABMBlock* parent_;
   std::string name_;
   ConnectionType connectionType_;
   std::string sourcePath_;

@@ -2,6 +2,8 @@
 // interface.
 #pragma once
 
+#include "blockmodel/HABMChildList.h"
+
 #include <string>
 
 class HABMInterface;
@@ -43,6 +45,8 @@ class HABMPortMap {
 
  protected:
   friend class HABMInterface;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
   HABMPortMap(std::string logName, std::string phyName);
   /// Copies all six fields, both names included.

@@ -2,30 +2,31 @@
 #include "blockmodel/HABMRegister.h"
 
 #include "blockmodel/HABMAddrBlock.h"
-#include "blockmodel/HABMEnumText.h"
-#include "blockmodel/HABMNestedChild.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMRegisterField.h"
-#include "blockmodel/HABMTrace.h"
+#include "blockmodel/detail/HABMEnumTable.h"
+#include "blockmodel/detail/HABMKinds.h"
 
 #include <utility>
 
-using habm_detail::TRACE_BLOCK;
-using habm_detail::TRACE_CHILD;
+using FieldKind = habm_detail::Kind<habm_detail::ChildKind::REGISTER_FIELD>;
+using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::REGISTER_PARAMETER>;
 
 namespace {
 
-// In value order; ACCESS_UNKNOWN has no text.
-constexpr char const* kRegisterAccessTexts[] = {"read_write", "read_only", "write_only", "writeonce",
-                                                "read_writeonce"};
-static_assert(sizeof(kRegisterAccessTexts) / sizeof(kRegisterAccessTexts[0]) == HABMRegister::ACCESS_UNKNOWN,
-              "one text per register access");
+constexpr habm_detail::EnumTable<HABMRegister::RegisterAccess, HABMRegister::ACCESS_UNKNOWN> kAccesses{
+    habm_detail::Fold::ACCESS,
+    {{{HABMRegister::ACCESS_READ_WRITE, "read_write"},
+      {HABMRegister::ACCESS_READ_ONLY, "read_only"},
+      {HABMRegister::ACCESS_WRITE_ONLY, "write_only"},
+      {HABMRegister::ACCESS_WRITEONCE, "writeonce"},
+      {HABMRegister::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+static_assert(kAccesses.complete(), "one text per value");
 
 }  // namespace
 
-HABMRegister::HABMRegister(HABMAddrBlock const* parent, std::string const& name)
-    : parent_(parent), name_(name) {}
+HABMRegister::HABMRegister(HABMAddrBlock* parent, std::string const& name) : parent_(parent), name_(name) {}
 
 HABMRegister::~HABMRegister() = default;
 
@@ -34,8 +35,7 @@ std::string HABMRegister::getPath() const {
 }
 
 HABMRegisterField* HABMRegister::createField(std::string const& name) {
-  return habm_detail::createNestedChild(fields_, name, "Created register field '%s'.\n",
-                                        [&] { return new HABMRegisterField(this, name); });
+  return habm_detail::createChild<FieldKind>(*this, name, false).child;
 }
 
 HABMRegisterField* HABMRegister::getField(std::string const& name) const {
@@ -47,23 +47,15 @@ std::vector<HABMRegisterField*> HABMRegister::getFields() const {
 }
 
 bool HABMRegister::removeField(std::string const& name) {
-  return habm_detail::removeNestedChild(fields_, name, "Removed register field '%s'.\n");
+  return habm_detail::removeChild<FieldKind>(*this, name);
 }
 
 void HABMRegister::clearFields() {
   fields_.clear();
 }
 
-// Parameters are traced by name on the register, failures included, as on a block.
 HABMParameter* HABMRegister::createParameter(std::string const& name, std::string const& value) {
-  if (name.empty() || HABMPath::has_separator(name) || parameters_.has(name)) {
-    HABM_TRACE(TRACE_BLOCK, "Failed to create parameter '%s' on register '%s'.\n", name.c_str(),
-               getPath().c_str());
-    return nullptr;
-  }
-  HABMParameter* parameter = parameters_.append(std::make_unique<HABMParameter>(name, value));
-  HABM_TRACE(TRACE_CHILD, "Created parameter '%s' on register '%s'.\n", name.c_str(), getPath().c_str());
-  return parameter;
+  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
 }
 
 HABMParameter* HABMRegister::getParameter(std::string const& name) const {
@@ -75,12 +67,7 @@ std::vector<HABMParameter*> HABMRegister::getParameters() const {
 }
 
 bool HABMRegister::removeParameter(std::string const& name) {
-  std::string const removed = name;  // the request may be the parameter's own name, about to go
-  if (parameters_.take(removed) == nullptr) {
-    return false;
-  }
-  HABM_TRACE(TRACE_BLOCK, "Removed parameter '%s' from register '%s'.\n", removed.c_str(), getPath().c_str());
-  return true;
+  return habm_detail::removeChild<ParameterKind>(*this, name);
 }
 
 void HABMRegister::clearParameters() {
@@ -89,18 +76,7 @@ void HABMRegister::clearParameters() {
 
 HABMParameter* HABMRegister::setParameter(std::string const& name, std::string const& value,
                                           bool const& create) {
-  HABMParameter* parameter = parameters_.get(name);
-  if (parameter == nullptr) {
-    if (!create) {
-      return nullptr;
-    }
-    parameter = createParameter(name, std::string());
-    if (parameter == nullptr) {
-      return nullptr;
-    }
-  }
-  parameter->setValue(value);
-  return parameter;
+  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
 }
 
 void HABMRegister::clone(HABMRegister const& source) {
@@ -111,30 +87,21 @@ void HABMRegister::clone(HABMRegister const& source) {
   value_ = source.value_;
   reset_ = source.reset_;
   clearFields();
-  for (auto const& from : source.fields_.items()) {
+  for (HABMRegisterField const* from : source.fields_) {
     if (HABMRegisterField* to = createField(from->getName())) {
       to->clone(*from);
     }
   }
   clearParameters();
-  for (auto const& from : source.parameters_.items()) {
+  for (HABMParameter const* from : source.parameters_) {
     createParameter(from->getName(), from->getValue());
   }
 }
 
 HABMRegister::RegisterAccess HABMRegister::encodeRegisterAccess(std::string text) {
-  return habm_detail::encodeEnumText<RegisterAccess>(kRegisterAccessTexts,
-                                                     habm_detail::normaliseAccessText(std::move(text)));
+  return kAccesses.encode(std::move(text));
 }
 
 std::string HABMRegister::decodeRegisterAccess(RegisterAccess const& access) {
-  return habm_detail::decodeEnumText(kRegisterAccessTexts, access);
-}
-
-bool HABMRegister::check() const {
-  bool ok = habm_detail::checkNestedChildren(fields_, this) && parameters_.checkIndex();
-  for (auto const& parameter : parameters_.items()) {
-    ok = ok && !parameter->getName().empty() && !HABMPath::has_separator(parameter->getName());
-  }
-  return ok;
+  return kAccesses.decode(access);
 }

@@ -33,7 +33,7 @@ class HABMRegister {
   /// The owning address block; never null.
   HABMAddrBlock const* getParent() const { return parent_; }
   /// The owning address block; never null.
-  HABMAddrBlock* getParent() { return const_cast<HABMAddrBlock*>(parent_); }
+  HABMAddrBlock* getParent() { return parent_; }
   /// The name, unique among the address block's registers.
   std::string const& getName() const { return name_; }
   /// The address block's path, terminated, then the name ("/u1/m/regs/ctrl").
@@ -97,19 +97,16 @@ class HABMRegister {
   /// The text of an access; empty for ACCESS_UNKNOWN.
   static std::string decodeRegisterAccess(RegisterAccess const& access);
 
-  /// Walks the fields and parameters and says whether their invariants hold: parents point back, names are
-  /// valid, the name indexes agree with their containers. For tests; never called by the library.
-  bool check() const;
-
  private:
   friend class HABMAddrBlock;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMRegister(HABMAddrBlock const* parent, std::string const& name);
+  HABMRegister(HABMAddrBlock* parent, std::string const& name);
   // Copies the scalars, the fields and the parameters; the name came with the creator.
   void clone(HABMRegister const& source);
 
-  HABMAddrBlock const* parent_;
+  HABMAddrBlock* parent_;
   std::string name_;
   std::string description_;
   RegisterAccess access_ = ACCESS_READ_WRITE;

@@ -1,23 +1,26 @@
 // HABMRegisterField.cpp: register fields and their access vocabulary.
 #include "blockmodel/HABMRegisterField.h"
 
-#include "blockmodel/HABMEnumText.h"
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMRegister.h"
+#include "blockmodel/detail/HABMEnumTable.h"
 
 #include <utility>
 
 namespace {
 
-// In value order; ACCESS_UNKNOWN has no text.
-constexpr char const* kFieldAccessTexts[] = {"read_write", "read_only", "write_only", "writeonce",
-                                             "read_writeonce"};
-static_assert(sizeof(kFieldAccessTexts) / sizeof(kFieldAccessTexts[0]) == HABMRegisterField::ACCESS_UNKNOWN,
-              "one text per field access");
+constexpr habm_detail::EnumTable<HABMRegisterField::FieldAccess, HABMRegisterField::ACCESS_UNKNOWN> kAccesses{
+    habm_detail::Fold::ACCESS,
+    {{{HABMRegisterField::ACCESS_READ_WRITE, "read_write"},
+      {HABMRegisterField::ACCESS_READ_ONLY, "read_only"},
+      {HABMRegisterField::ACCESS_WRITE_ONLY, "write_only"},
+      {HABMRegisterField::ACCESS_WRITEONCE, "writeonce"},
+      {HABMRegisterField::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+static_assert(kAccesses.complete(), "one text per value");
 
 }  // namespace
 
-HABMRegisterField::HABMRegisterField(HABMRegister const* parent, std::string const& name)
+HABMRegisterField::HABMRegisterField(HABMRegister* parent, std::string const& name)
     : parent_(parent), name_(name) {}
 
 std::string HABMRegisterField::getPath() const {
@@ -32,10 +35,9 @@ void HABMRegisterField::clone(HABMRegisterField const& source) {
 }
 
 HABMRegisterField::FieldAccess HABMRegisterField::encodeFieldAccess(std::string text) {
-  return habm_detail::encodeEnumText<FieldAccess>(kFieldAccessTexts,
-                                                  habm_detail::normaliseAccessText(std::move(text)));
+  return kAccesses.encode(std::move(text));
 }
 
 std::string HABMRegisterField::decodeFieldAccess(FieldAccess const& access) {
-  return habm_detail::decodeEnumText(kFieldAccessTexts, access);
+  return kAccesses.decode(access);
 }

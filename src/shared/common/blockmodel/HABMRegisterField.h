@@ -2,6 +2,7 @@
 #pragma once
 
 #include "blockmodel/HABMAddrValue.h"
+#include "blockmodel/HABMChildList.h"
 
 #include <string>
 
@@ -27,7 +28,7 @@ class HABMRegisterField {
   /// The owning register; never null.
   HABMRegister const* getParent() const { return parent_; }
   /// The owning register; never null.
-  HABMRegister* getParent() { return const_cast<HABMRegister*>(parent_); }
+  HABMRegister* getParent() { return parent_; }
   /// The name, unique among the register's fields.
   std::string const& getName() const { return name_; }
   /// The register's path, terminated, then the name ("/u1/m/regs/ctrl/en").
@@ -58,13 +59,14 @@ class HABMRegisterField {
 
  private:
   friend class HABMRegister;
-  friend struct HABMTestPeer;
+  template <habm_detail::ChildKind>
+  friend struct habm_detail::Kind;
 
-  HABMRegisterField(HABMRegister const* parent, std::string const& name);
+  HABMRegisterField(HABMRegister* parent, std::string const& name);
   // Copies access, offset, width and reset; the name came with the creator.
   void clone(HABMRegisterField const& source);
 
-  HABMRegister const* parent_;
+  HABMRegister* parent_;
   std::string name_;
   // Settled here so that a field read before its owner sets an access holds a defined value.
   FieldAccess access_ = ACCESS_READ_WRITE;

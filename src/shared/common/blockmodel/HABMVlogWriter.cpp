@@ -4,13 +4,13 @@
 
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMFileWrite.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
 #include "blockmodel/HABMUtils.h"
+#include "blockmodel/detail/HABMFileWrite.h"
 #include "msg/ComMsgMgr.h"
 
 #include <boost/algorithm/string/join.hpp>

@@ -1,5 +1,4 @@
-// HABMAddrTestUtil.h: test access to the private copy steps of the address and bus objects, and a design that
-// sets every field of every address class away from its default.
+// HABMAddrTestUtil.h: a design that sets every field of every address class away from its default.
 #pragma once
 
 #include "blockmodel/HABMAddrAssign.h"
@@ -23,20 +22,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-/// The owners' copy steps are private; tests reach them here.
-struct HABMTestPeer {
-  static void clone(HABMAddrSpace& to, HABMAddrSpace const& from) { to.clone(from); }
-  static void clone(HABMMemoryMap& to, HABMMemoryMap const& from) { to.clone(from); }
-  static void clone(HABMAddrAssign& to, HABMAddrAssign const& from) { to.clone(from); }
-  static void clone(HABMInterface& to, HABMInterface const& from) { to.clone(from); }
-  static void clone(HABMBridge& to, HABMBridge const& from) { to.clone(from); }
-  static void clone(HABMInterfaceConnection& to, HABMInterfaceConnection const& from) { to.clone(from); }
-  /// Hosts hand one definition object to several interfaces; files and factories never do.
-  static void shareAbstractionDefinition(HABMInterface& to, HABMInterface const& from) {
-    to.abstractionDefinition_ = from.abstractionDefinition_;
-  }
-};
 
 namespace habm_test {
 

@@ -4,7 +4,7 @@
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMParameter.h"
-#include "blockmodel/HABMTrace.h"
+#include "blockmodel/detail/HABMTrace.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
 
@@ -34,7 +34,7 @@ class HABMBlockTree : public ::testing::Test {
     b_ = top_->createSubBlock("b", "mb", false);
     y_ = b_->createSubBlock("y", "mx", false);
   }
-  void TearDown() override { EXPECT_TRUE(top_->check()); }
+  void TearDown() override { EXPECT_EQ(top_->check(), std::vector<std::string>()); }
   std::unique_ptr<HABMBlock> top_;
   HABMBlock* a_ = nullptr;
   HABMBlock* x_ = nullptr;
@@ -191,7 +191,7 @@ TEST(HABMBlockChildren, ForcedSubBlockDuplicateAppendsAndLookupKeepsTheFirst) {
   auto removed = top->removeSubBlock("u0");
   EXPECT_EQ(removed.get(), first);
   EXPECT_EQ(top->getSubBlock("u0"), second);
-  EXPECT_TRUE(top->check());
+  EXPECT_EQ(top->check(), std::vector<std::string>());
 }
 
 TEST(HABMBlockChildren, RemoveKeepsTheOrderOfTheOthers) {
@@ -208,7 +208,7 @@ TEST(HABMBlockChildren, RemoveKeepsTheOrderOfTheOthers) {
   EXPECT_EQ(names, (std::vector<std::string>{"p", "r", "s"}));
   EXPECT_EQ(b->getParameter("s")->getValue(), "s");
   EXPECT_TRUE(b->removeParameter(b->getParameter("r")->getName()));  // the child's own name as the key
-  EXPECT_TRUE(b->check());
+  EXPECT_EQ(b->check(), std::vector<std::string>());
 }
 
 TEST(HABMBlockChildren, SetCreatesOnlyWhenAskedAndThenOnlyReplaces) {

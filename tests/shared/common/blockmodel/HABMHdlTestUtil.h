@@ -169,23 +169,6 @@ inline std::unique_ptr<HABMBlock> makeAxiBlock() {
   return top;
 }
 
-/// Two AXI slaves whose interfaces share one abstraction definition object, as a host hands them out.
-inline std::unique_ptr<HABMBlock> makeSharedDefinitionBlock() {
-  auto top = HABMBlock::createTopBlock("axi_pair");
-  wirePort(*top, "aclk", HABMPort::DIR_IN);
-  for (std::string const prefix : {"s0", "s1"}) {
-    port(*top, prefix + "_axi_awaddr", HABMPort::DIR_IN, 39, 0);
-    wirePort(*top, prefix + "_axi_awvalid", HABMPort::DIR_IN);
-  }
-  HABMInterface* s0 = busInterface(*top, "S0_AXI", kAxiMM, HABMInterface::MODE_SLAVE,
-                                   prefixed("s0_axi_", {"AWADDR", "AWVALID"}));
-  define(*s0, axiMMSubset());
-  HABMInterface* s1 = busInterface(*top, "S1_AXI", kAxiMM, HABMInterface::MODE_SLAVE,
-                                   prefixed("s1_axi_", {"AWADDR", "AWVALID"}));
-  HABMTestPeer::shareAbstractionDefinition(*s1, *s0);
-  return top;
-}
-
 /// Monitors of an AXI stream and an AXI memory-mapped bus, a system interface and one without a mode.
 inline std::unique_ptr<HABMBlock> makeMonitorBlock() {
   auto top = HABMBlock::createTopBlock("bus_probe");
@@ -223,7 +206,6 @@ inline std::vector<GoldenCase> const& goldenCases() {
   static std::vector<GoldenCase> const cases = {{"plain_io", makePlainBlock},
                                                 {"generics", makeGenericBlock},
                                                 {"axi", makeAxiBlock},
-                                                {"shared_definition", makeSharedDefinitionBlock},
                                                 {"monitor", makeMonitorBlock}};
   return cases;
 }

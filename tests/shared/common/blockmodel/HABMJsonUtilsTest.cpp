@@ -4,6 +4,7 @@
 #include "msg/ComMsgMgr.h"
 
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
 
 #include <stdexcept>
 

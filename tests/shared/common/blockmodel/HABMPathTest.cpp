@@ -73,6 +73,8 @@ TEST_F(HABMPathFromBlock, RelativePathIsWhatFollowsTheBlockPrefix) {
   EXPECT_EQ(HABMPath::get_relative_path(*a_, "b"), "b");
   EXPECT_EQ(HABMPath::get_relative_path(*a_, ""), "");
   EXPECT_EQ(HABMPath::get_relative_path(*top_, "/u0/clk"), "u0/clk");
+  EXPECT_EQ(HABMPath::get_relative_path(*top_, "//u0/clk"), "u0/clk");
+  EXPECT_EQ(HABMPath::get_relative_path(*a_, "/a//"), "");
 }
 
 TEST_F(HABMPathFromBlock, AbsolutePathPutsRelativePathsUnderTheBlock) {

@@ -28,7 +28,7 @@ class HABMPortConnectionTree : public ::testing::Test {
     u2p_ = top_->createSubBlock("u2", "m", false)->createPort("p", false);
     top_->createSubBlock("u10", "m", false)->createPort("p", false);
   }
-  void TearDown() override { EXPECT_TRUE(top_->check()); }
+  void TearDown() override { EXPECT_EQ(top_->check(), std::vector<std::string>()); }
 
   std::unique_ptr<HABMBlock> top_;
   HABMBlock* u0_ = nullptr;

@@ -50,7 +50,7 @@ class HABMPortTree : public ::testing::Test {
     u2_ = top_->createSubBlock("u2", "m2", false);
     u2d_ = u2_->createPort("d", false);
   }
-  void TearDown() override { EXPECT_TRUE(top_->check()); }
+  void TearDown() override { EXPECT_EQ(top_->check(), std::vector<std::string>()); }
 
   std::unique_ptr<HABMBlock> top_;
   HABMBlock* u0_ = nullptr;

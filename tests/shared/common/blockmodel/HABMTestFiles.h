@@ -66,7 +66,7 @@ class TempDirTest : public ::testing::Test {
       ADD_FAILURE() << "could not read back " << name;
       return back;
     }
-    EXPECT_TRUE(back->check());
+    EXPECT_EQ(back->check(), std::vector<std::string>());
     EXPECT_EQ(back->getInstanceName(), "");
     expectSameTree(tree, *back);
     EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("again_" + name)), *back, false));

@@ -1,0 +1,121 @@
+// HABMChildRules.h: the creation, removal and value rules that every kind of child shares, with their
+// traces and the reasons of a refusal; internal to the model sources.
+#pragma once
+
+#include "blockmodel/HABMPath.h"
+#include "blockmodel/detail/HABMTrace.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace habm_detail {
+
+/// What the traces of one kind of child say. A kind's record holds one of these.
+struct ChildTexts {
+  /// "Created ..." with the name and the owner's path; null when the creator traces on its own.
+  char const* created;
+  unsigned int createdMask;
+  /// "Failed to create ..." with the requested name and the owner's path; null for silent refusals.
+  char const* failed;
+  /// "Removed ..." with the name and the owner's path.
+  char const* removed;
+  unsigned int removedMask;
+  /// The automatic name for an empty request ("interface_%d"), or null when an empty name is refused.
+  char const* autoName = nullptr;
+  /// The automatic name is the count as it stands, tested against nothing.
+  bool autoNameUntested = false;
+  /// The created and removed texts take the child's own path instead of its name and the owner's path.
+  bool byChildPath = false;
+};
+
+/// Why a creator or a rename refused a name.
+enum class Refusal {
+  NONE,
+  /// Empty, or holding the separator.
+  BAD_NAME,
+  /// Another child of the kind bears it.
+  TAKEN
+};
+
+/// A creator's answer: the child, or null and the reason.
+template <class T>
+struct Created {
+  T* child;
+  Refusal why;
+};
+
+/// An empty name and a name with the separator are never accepted.
+inline bool isRefusedName(std::string const& name) {
+  return name.empty() || HABMPath::has_separator(name);
+}
+
+/// Sends a created or removed trace of a kind's texts, in whichever form the kind uses.
+inline void traceChildLife(ChildTexts const& texts, char const* text, unsigned int mask,
+                           std::string const& name, std::string const& ownerPath) {
+  if (texts.byChildPath) {
+    HABM_TRACE(mask, text, (HABMPath::terminate(ownerPath) + name).c_str());
+  } else {
+    HABM_TRACE(mask, text, name.c_str(), ownerPath.c_str());
+  }
+}
+
+/// Creates a child of `Kind` on `owner` by the common rules: an automatic name for an empty request where
+/// the kind has one, no separator, no duplicate unless `force`; appends `Kind::make(owner, name, args...)`
+/// and traces. A refusal changes nothing and says why.
+template <class Kind, class... Args>
+Created<typename Kind::Child> createChild(typename Kind::Owner& owner, std::string const& requested,
+                                          bool force, Args&&... args) {
+  ChildTexts const& texts = Kind::TEXTS;
+  auto& list = Kind::list(owner);
+  std::string name = requested;
+  bool untested = force;
+  if (name.empty() && texts.autoName != nullptr) {
+    untested = force || texts.autoNameUntested;
+    name = list.autoName(texts.autoName, untested);
+  }
+  Refusal const why = isRefusedName(name) ? Refusal::BAD_NAME
+                                          : (!untested && list.has(name) ? Refusal::TAKEN : Refusal::NONE);
+  if (why != Refusal::NONE) {
+    if (texts.failed != nullptr) {
+      HABM_TRACE(TRACE_BLOCK, texts.failed, requested.c_str(), Kind::ownerPath(owner).c_str());
+    }
+    return {nullptr, why};
+  }
+  auto* child = list.append(Kind::make(owner, name, std::forward<Args>(args)...));
+  if (texts.created != nullptr && ComMsgMgr::hasScope("HABM") != 0) {
+    traceChildLife(texts, texts.created, texts.createdMask, name, Kind::ownerPath(owner));
+  }
+  return {child, Refusal::NONE};
+}
+
+/// Destroys the first child of that name, keeping the order of the others, and traces; false, silently,
+/// when there is none.
+template <class Kind>
+bool removeChild(typename Kind::Owner& owner, std::string const& requested) {
+  std::string const name = requested;  // the request may be the child's own name, about to go
+  if (Kind::list(owner).take(name) == nullptr) {
+    return false;
+  }
+  if (ComMsgMgr::hasScope("HABM") != 0) {
+    traceChildLife(Kind::TEXTS, Kind::TEXTS.removed, Kind::TEXTS.removedMask, name, Kind::ownerPath(owner));
+  }
+  return true;
+}
+
+/// Sets the value of the first child of that name, creating it first when `create` is set; null when it
+/// is missing and not created, or when the creator refused.
+template <class Kind>
+typename Kind::Child* setChildValue(typename Kind::Owner& owner, std::string const& name,
+                                    std::string const& value, bool create) {
+  auto* child = Kind::list(owner).get(name);
+  if (child == nullptr && create) {
+    child = createChild<Kind>(owner, name, false, std::string()).child;
+  }
+  if (child != nullptr) {
+    child->setValue(value);
+  }
+  return child;
+}
+
+}  // namespace habm_detail
