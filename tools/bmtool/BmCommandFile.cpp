@@ -24,8 +24,9 @@ using habm_detail::ChildKind;
 using CountOrder =
     habm_detail::KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
                           ChildKind::PORT_CONNECTION, ChildKind::INTERFACE, ChildKind::INTERFACE_CONNECTION,
-                          ChildKind::BRIDGE, ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP,
-                          ChildKind::ADDR_BLOCK, ChildKind::REGISTER, ChildKind::ADDR_ASSIGN>;
+                          ChildKind::BRIDGE, ChildKind::NOC_INTERFACE, ChildKind::NOC_CONNECTION,
+                          ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP, ChildKind::ADDR_BLOCK,
+                          ChildKind::REGISTER, ChildKind::ADDR_ASSIGN>;
 
 int runInfo(Invocation const& inv) {
   auto const top = readDesign(inv, inv.positional[0]);

@@ -5,6 +5,7 @@
 #include "blockmodel/HABMAddrValue.h"
 #include "blockmodel/HABMCachedObject.h"
 #include "blockmodel/HABMChildList.h"
+#include "blockmodel/HABMNocInterface.h"
 
 #include <memory>
 #include <set>
@@ -24,6 +25,7 @@ class HABMBridge;
 class HABMGeneric;
 class HABMInterface;
 class HABMInterfaceConnection;
+class HABMNocConnection;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
@@ -159,6 +161,15 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
   bool isOpmNocModule() const;
   /// True when this block or any block below it has an OPM_NOC attribute.
   bool hasOpmNocModule() const;
+  /// The NoC mode an OPM NoC module's OPM_NOC value names: "NMU_..." an NMU, "NSU_..." an NSU (in any
+  /// case); MODE_UNKNOWN otherwise.
+  HABMNocInterface::NocMode getOpmNocMode() const;
+  /// The NoC protocol OPM_NOC names: "..._MM" aximm, "..._STRM" axis (in any case); PROTOCOL_UNKNOWN
+  /// otherwise.
+  HABMNocInterface::NocProtocol getOpmNocProtocol() const;
+  /// The NoC category of an OPM NoC module: fab_hbm when its NOC_FABRIC generic is "EDG" or "FAB_HBM"
+  /// (in any case), pl otherwise; CATEGORY_UNKNOWN without OPM_NOC.
+  HABMNocInterface::NocCategory getOpmNocCategory() const;
   /// True when the BLACK_BOX attribute is "true", ignoring case.
   bool isBlackBox() const;
   /// True when the BLOCK_STUB attribute is "true", ignoring case.
@@ -447,10 +458,76 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
   std::vector<HABMInterfaceConnection*> findInterfaceConnections(std::string const& pattern,
                                                                  bool const& recursive) const;
 
+  // NoC interfaces (boundary) and NoC connections (contents). With `excludeIni` the objects of the
+  // category ini are left out.
+
+  /// Appends a NoC interface named "noc_interface_N", the first N from the count that is free; never null.
+  HABMNocInterface* createNocInterface();
+  /// Appends a NoC interface; null for an empty name, a name with "/" or a taken name.
+  HABMNocInterface* createNocInterface(std::string const& name);
+  /// As createNocInterface(name), saying why in `error` (cleared first) when it refuses.
+  HABMNocInterface* createNocInterface(std::string const& name, std::string& error);
+  /// The first NoC interface of that exact name, or null.
+  HABMNocInterface* getNocInterface(std::string const& name) const;
+  /// The NoC interfaces in creation order; the block keeps ownership.
+  std::vector<HABMNocInterface*> getNocInterfaces(bool const& excludeIni) const;
+  /// True when getNocInterfaces would not be empty.
+  bool hasNocInterfaces(bool const& excludeIni) const;
+  /// True when `iface` is on this block or (with `recursive`) any block below; pointers are compared.
+  bool hasNocInterface(HABMNocInterface const* iface, bool const& recursive) const;
+  /// Destroys the first NoC interface of that name; false when there is none. Links naming it stay.
+  bool removeNocInterface(std::string const& name);
+  /// Destroys every NoC interface, silently.
+  void clearNocInterfaces();
+  /// The NoC interface at "name" or "sub/path/name" from this block, or null.
+  HABMNocInterface* findNocInterface(std::string const& path, bool const& recursive) const;
+  /// NoC interfaces whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMNocInterface*> findNocInterfaces(std::string const& pattern, bool const& recursive,
+                                                   bool const& excludeIni) const;
+  /// True when some NoC interface in the subtree is editable.
+  bool hasEditableNocInterfaces() const;
+
+  /// Links `source` to `target` (paths from this block) under an automatic name after
+  /// HABMNocConnection::canConnect (skipped with `force`), with the default parameters of the link; null
+  /// when refused, with the reason in `error` (cleared first).
+  HABMNocConnection* createNocConnection(std::string const& source, std::string const& target,
+                                         std::string& error, bool const& force);
+  /// As above, dropping the reason.
+  HABMNocConnection* createNocConnection(std::string const& source, std::string const& target,
+                                         bool const& force);
+  /// Appends an unconnected link, named "noc_connection_N" when `name` is empty; null for a name with "/" or
+  /// (unless `force`) a taken name.
+  HABMNocConnection* createNocConnection(std::string const& name, bool const& force);
+  /// The first NoC connection of that exact name, or null.
+  HABMNocConnection* getNocConnection(std::string const& name) const;
+  /// The NoC connections in creation order; the block keeps ownership.
+  std::vector<HABMNocConnection*> getNocConnections(bool const& excludeIni) const;
+  /// True when getNocConnections would not be empty.
+  bool hasNocConnections(bool const& excludeIni) const;
+  /// Renames a link; false for an unknown old name, a refused or taken new name. Paths stay as they are.
+  bool renameNocConnection(std::string const& oldName, std::string const& newName);
+  /// Destroys the first NoC connection of that name; false when there is none.
+  bool removeNocConnection(std::string const& name);
+  /// Destroys every NoC connection, silently.
+  void clearNocConnections();
+  /// The NoC connection at "name" or "sub/path/name" from this block, or null.
+  HABMNocConnection* findNocConnection(std::string const& path, bool const& recursive) const;
+  /// NoC connections whose full path matches `pattern` (all for ""), this block's first, then with
+  /// `recursive` each sub-block's.
+  std::vector<HABMNocConnection*> findNocConnections(std::string const& pattern, bool const& recursive,
+                                                     bool const& excludeIni) const;
+  /// True when some NoC connection in the subtree is editable.
+  bool hasEditableNocConnections() const;
+
   /// Rebuilds this block's bus view from HDL attributes: interfaces, then interface connections, then
   /// the NoC interfaces derived from them. Does nothing on a block with OV_MODULE_SPEC; sub-blocks are
   /// not visited.
   void inferAbstractions();
+  /// Replaces every NoC interface by one per AXI bus interface of an OPM NoC module (OPM_NOC), with the
+  /// module's mode, protocol and category and its NoC generics as parameters; leaves none on any other
+  /// block. Can be repeated.
+  void inferNocInterfaces();
   /// Replaces every interface by those the ports' OV_INTERFACE_... attributes describe, in name order,
   /// and removes the attributes it read from the ports.
   void inferInterfaces();
@@ -463,18 +540,20 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
 
   /// Replaces the attributes, generics and parameters by copies of the source's.
   void cloneConfiguration(HABMBlock const& source);
-  /// Replaces ports, address spaces, memory maps, interfaces and bridges by copies of the source's.
+  /// Replaces ports, address spaces, memory maps, interfaces, NoC interfaces and bridges by copies of the
+  /// source's.
   void cloneBoundary(HABMBlock const& source);
-  /// Replaces sub-blocks (whole), port and interface connections and address assignments by copies of
-  /// the source's; their paths are relative, so they resolve inside this block.
+  /// Replaces sub-blocks (whole), port, interface and NoC connections and address assignments by copies
+  /// of the source's; their paths are relative, so they resolve inside this block.
   void cloneContents(HABMBlock const& source);
 
   /// Destroys the attributes, generics and parameters, silently.
   void clearConfiguration();
-  /// Destroys bridges, interfaces, address spaces, memory maps and ports, in this order, silently.
-  void clearBoundary();
-  /// Destroys address assignments, port connections, interface connections and sub-blocks, in this order,
+  /// Destroys bridges, NoC interfaces, interfaces, address spaces, memory maps and ports, in this order,
   /// silently.
+  void clearBoundary();
+  /// Destroys address assignments, port connections, interface connections, NoC connections and
+  /// sub-blocks, in this order, silently.
   void clearContents();
 
   /// Walks the subtree and lists every broken invariant, one sentence each: parents that do not point
@@ -510,11 +589,13 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
   HABMChildList<HABMParameter> parameters_;
   HABMChildList<HABMPort> ports_;  // names are keys: a second port of a name is never listed
   HABMChildList<HABMInterface> interfaces_;
+  HABMChildList<HABMNocInterface> nocInterfaces_;
   HABMChildList<HABMAddrSpace> addrSpaces_;
   HABMChildList<HABMMemoryMap> memoryMaps_;
   HABMChildList<HABMBridge> bridges_;
   HABMChildList<HABMBlock> subBlocks_;
   HABMChildList<HABMPortConnection> portConnections_;
   HABMChildList<HABMInterfaceConnection> interfaceConnections_;
+  HABMChildList<HABMNocConnection> nocConnections_;
   HABMChildList<HABMAddrAssign> addrAssigns_;
 };

@@ -30,6 +30,8 @@ using SubBlockKind = Kind<ChildKind::SUB_BLOCK>;
 using PortConnectionKind = Kind<ChildKind::PORT_CONNECTION>;
 using InterfaceConnectionKind = Kind<ChildKind::INTERFACE_CONNECTION>;
 using AddrAssignKind = Kind<ChildKind::ADDR_ASSIGN>;
+using NocInterfaceKind = Kind<ChildKind::NOC_INTERFACE>;
+using NocConnectionKind = Kind<ChildKind::NOC_CONNECTION>;
 
 namespace {
 
@@ -72,6 +74,32 @@ std::vector<typename K::Child*> findAll(HABMBlock const& block, std::string cons
     std::string const prefix = HABMPath::terminate(holder.getInstancePath());
     for (T* child : K::list(holder)) {
       take(child, pattern.empty() ? std::string() : prefix + HABMChildName<T>::of(*child));
+    }
+  });
+}
+
+// The NoC objects of a kind of one block, without those of the category ini when asked.
+template <class K>
+std::vector<typename K::Child*> nocObjects(HABMBlock const& block, bool excludeIni) {
+  std::vector<typename K::Child*> out;
+  for (auto* child : K::list(block)) {
+    if (!excludeIni || !child->isIniCategory()) {
+      out.push_back(child);
+    }
+  }
+  return out;
+}
+
+template <class K>
+std::vector<typename K::Child*> findNocObjects(HABMBlock const& block, std::string const& pattern,
+                                               bool recursive, bool excludeIni) {
+  using T = typename K::Child;
+  return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
+    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
+    for (T* child : K::list(holder)) {
+      if (!excludeIni || !child->isIniCategory()) {
+        take(child, pattern.empty() ? std::string() : prefix + child->getName());
+      }
     }
   });
 }
@@ -559,4 +587,136 @@ HABMInterfaceConnection* HABMBlock::findInterfaceConnection(std::string const& p
 std::vector<HABMInterfaceConnection*> HABMBlock::findInterfaceConnections(std::string const& pattern,
                                                                           bool const& recursive) const {
   return findAll<InterfaceConnectionKind>(*this, pattern, recursive);
+}
+
+// NoC interfaces.
+
+HABMNocInterface* HABMBlock::createNocInterface() {
+  std::string const name = nocInterfaces_.autoName("noc_interface_%d", false);
+  return createNocInterface(name);
+}
+HABMNocInterface* HABMBlock::createNocInterface(std::string const& name) {
+  std::string error;
+  return createNocInterface(name, error);
+}
+HABMNocInterface* HABMBlock::createNocInterface(std::string const& name, std::string& error) {
+  error.clear();
+  auto const created = createChild<NocInterfaceKind>(*this, name, false);
+  switch (created.why) {
+    case habm_detail::Refusal::NONE:
+      break;
+    case habm_detail::Refusal::BAD_NAME:
+    case habm_detail::Refusal::INVALID:
+    case habm_detail::Refusal::NOT_FOUND:
+      error = "NOC interface name '" + name + "' is invalid.";
+      break;
+    case habm_detail::Refusal::TAKEN:
+      error = "A NOC interface named '" + name + "' already exists.";
+      break;
+  }
+  return created.child;
+}
+HABMNocInterface* HABMBlock::getNocInterface(std::string const& name) const {
+  return nocInterfaces_.get(name);
+}
+std::vector<HABMNocInterface*> HABMBlock::getNocInterfaces(bool const& excludeIni) const {
+  return nocObjects<NocInterfaceKind>(*this, excludeIni);
+}
+bool HABMBlock::hasNocInterfaces(bool const& excludeIni) const {
+  return std::any_of(nocInterfaces_.begin(), nocInterfaces_.end(),
+                     [&](HABMNocInterface const* iface) { return !excludeIni || !iface->isIniCategory(); });
+}
+bool HABMBlock::hasNocInterface(HABMNocInterface const* iface, bool const& recursive) const {
+  if (iface == nullptr) {
+    return false;
+  }
+  // Pointers are compared, never followed: the one asked about may be long gone.
+  auto const all = findNocInterfaces(std::string(), recursive, false);
+  return std::find(all.begin(), all.end(), iface) != all.end();
+}
+bool HABMBlock::removeNocInterface(std::string const& name) {
+  return removeChild<NocInterfaceKind>(*this, name);
+}
+void HABMBlock::clearNocInterfaces() {
+  nocInterfaces_.clear();
+}
+HABMNocInterface* HABMBlock::findNocInterface(std::string const& path, bool const& recursive) const {
+  return findOne<NocInterfaceKind>(*this, path, recursive);
+}
+std::vector<HABMNocInterface*> HABMBlock::findNocInterfaces(std::string const& pattern, bool const& recursive,
+                                                            bool const& excludeIni) const {
+  return findNocObjects<NocInterfaceKind>(*this, pattern, recursive, excludeIni);
+}
+bool HABMBlock::hasEditableNocInterfaces() const {
+  auto const all = findNocInterfaces(std::string(), true, false);
+  return std::any_of(all.begin(), all.end(),
+                     [](HABMNocInterface const* iface) { return iface->getEditable(); });
+}
+
+// NoC connections.
+
+HABMNocConnection* HABMBlock::createNocConnection(std::string const& source, std::string const& target,
+                                                  std::string& error, bool const& force) {
+  error.clear();
+  HABMNocConnection* connection = nullptr;
+  if (force || HABMNocConnection::canConnect(*this, source, target, error)) {
+    connection = createNocConnection(std::string(), force);
+  }
+  if (connection == nullptr) {
+    HABM_TRACE(TRACE_BLOCK, "Failed to create noc connection from '%s' to '%s' on block '%s'.%s\n",
+               source.c_str(), target.c_str(), getInstancePath().c_str(),
+               (error.empty() ? error : " " + error).c_str());
+    return nullptr;
+  }
+  connection->setSourcePath(source);
+  connection->setTargetPath(target);
+  HABM_TRACE(TRACE_CHILD,
+             "Connected noc connection '%s' from source interface '%s' to target interface '%s'.\n",
+             connection->getPath().c_str(), connection->getSourcePath(true).c_str(),
+             connection->getTargetPath(true).c_str());
+  for (auto const& entry : HABMNocConnection::getDefaultParameterValues(*connection)) {
+    connection->setParameter(entry.first, entry.second, true);
+  }
+  return connection;
+}
+HABMNocConnection* HABMBlock::createNocConnection(std::string const& source, std::string const& target,
+                                                  bool const& force) {
+  std::string error;
+  return createNocConnection(source, target, error, force);
+}
+HABMNocConnection* HABMBlock::createNocConnection(std::string const& name, bool const& force) {
+  return createChild<NocConnectionKind>(*this, name, force).child;
+}
+HABMNocConnection* HABMBlock::getNocConnection(std::string const& name) const {
+  return nocConnections_.get(name);
+}
+std::vector<HABMNocConnection*> HABMBlock::getNocConnections(bool const& excludeIni) const {
+  return nocObjects<NocConnectionKind>(*this, excludeIni);
+}
+bool HABMBlock::hasNocConnections(bool const& excludeIni) const {
+  return std::any_of(
+      nocConnections_.begin(), nocConnections_.end(),
+      [&](HABMNocConnection const* connection) { return !excludeIni || !connection->isIniCategory(); });
+}
+bool HABMBlock::renameNocConnection(std::string const& oldName, std::string const& newName) {
+  return habm_detail::renameChild<NocConnectionKind>(*this, oldName, newName) == habm_detail::Refusal::NONE;
+}
+bool HABMBlock::removeNocConnection(std::string const& name) {
+  return removeChild<NocConnectionKind>(*this, name);
+}
+void HABMBlock::clearNocConnections() {
+  nocConnections_.clear();
+}
+HABMNocConnection* HABMBlock::findNocConnection(std::string const& path, bool const& recursive) const {
+  return findOne<NocConnectionKind>(*this, path, recursive);
+}
+std::vector<HABMNocConnection*> HABMBlock::findNocConnections(std::string const& pattern,
+                                                              bool const& recursive,
+                                                              bool const& excludeIni) const {
+  return findNocObjects<NocConnectionKind>(*this, pattern, recursive, excludeIni);
+}
+bool HABMBlock::hasEditableNocConnections() const {
+  auto const all = findNocConnections(std::string(), true, false);
+  return std::any_of(all.begin(), all.end(),
+                     [](HABMNocConnection const* connection) { return connection->getEditable(); });
 }

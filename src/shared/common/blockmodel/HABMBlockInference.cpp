@@ -1,9 +1,11 @@
 // HABMBlockInference.cpp: a block's bus interfaces and interface connections derived from the
-// OV_INTERFACE_... attributes of its ports and from its nets.
+// OV_INTERFACE_... attributes of its ports and from its nets, and the NoC interfaces of an OPM NoC module.
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMInterfaceConnection.h"
+#include "blockmodel/HABMNocInterface.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortConnection.h"
 #include "blockmodel/HABMPortMap.h"
@@ -151,8 +153,93 @@ void HABMBlock::inferAbstractions() {
   }
   inferInterfaces();
   inferInterfaceConnections();
-  // NoC interfaces are derived from the bus interfaces: their inference runs here, last, once the
-  // block has them.
+  // NoC interfaces are derived from the bus interfaces, so they come last.
+  inferNocInterfaces();
+}
+
+// OPM NoC modules.
+
+HABMNocInterface::NocMode HABMBlock::getOpmNocMode() const {
+  HABMAttribute const* opm = getAttribute(HABMAttribute::OPM_NOC());
+  std::string const value = opm == nullptr ? std::string() : opm->getValue();
+  if (boost::algorithm::istarts_with(value, "NMU_")) {
+    return HABMNocInterface::MODE_NMU;
+  }
+  return boost::algorithm::istarts_with(value, "NSU_") ? HABMNocInterface::MODE_NSU
+                                                       : HABMNocInterface::MODE_UNKNOWN;
+}
+
+HABMNocInterface::NocProtocol HABMBlock::getOpmNocProtocol() const {
+  HABMAttribute const* opm = getAttribute(HABMAttribute::OPM_NOC());
+  std::string const value = opm == nullptr ? std::string() : opm->getValue();
+  if (boost::algorithm::iends_with(value, "_MM")) {
+    return HABMNocInterface::PROTOCOL_AXIMM;
+  }
+  return boost::algorithm::iends_with(value, "_STRM") ? HABMNocInterface::PROTOCOL_AXIS
+                                                      : HABMNocInterface::PROTOCOL_UNKNOWN;
+}
+
+HABMNocInterface::NocCategory HABMBlock::getOpmNocCategory() const {
+  if (!isOpmNocModule()) {
+    return HABMNocInterface::CATEGORY_UNKNOWN;
+  }
+  HABMGeneric const* fabric = getGeneric(HABMNocInterface::NOC_FABRIC());
+  std::string const value = fabric == nullptr ? std::string() : fabric->getValue();
+  bool const hbm = boost::algorithm::iequals(value, "EDG") || boost::algorithm::iequals(value, "FAB_HBM");
+  return hbm ? HABMNocInterface::CATEGORY_FAB_HBM : HABMNocInterface::CATEGORY_PL;
+}
+
+void HABMBlock::inferNocInterfaces() {
+  clearNocInterfaces();
+  HABMNocInterface::NocMode const mode = getOpmNocMode();
+  HABMNocInterface::NocProtocol const protocol = getOpmNocProtocol();
+  HABMNocInterface::NocCategory const category = getOpmNocCategory();
+  if (mode == HABMNocInterface::MODE_UNKNOWN || protocol == HABMNocInterface::PROTOCOL_UNKNOWN ||
+      category == HABMNocInterface::CATEGORY_UNKNOWN) {
+    return;
+  }
+  HABM_TRACE(TRACE_BLOCK, "Infer NOC interfaces on block '%s'...\n", getInstancePath().c_str());
+  // The module's generics that a NoC interface carries, by name.
+  static std::set<std::string> const generics = {
+      HABMNocInterface::ADDR_WIDTH(),         HABMNocInterface::DATA_WIDTH(),
+      HABMNocInterface::DST_ID_WIDTH(),       HABMNocInterface::NOC_FABRIC(),
+      HABMNocInterface::READ_TRAFFIC_CLASS(), HABMNocInterface::SIDEBAND_PINS(),
+      HABMNocInterface::WRITE_TRAFFIC_CLASS()};
+  for (HABMInterface const* bus : getInterfaces()) {
+    // The bus decides whether there is an endpoint; the module's attribute decides what it carries.
+    if (!HABMInterface::isAxiInterfaceType(bus->getInterfaceType())) {
+      continue;
+    }
+    std::string error;
+    HABMNocInterface* noc =
+        createNocInterface(bus->getInterfaceName() + "_" + HABMNocInterface::decodeNocMode(mode), error);
+    if (noc == nullptr) {
+      continue;
+    }
+    noc->setNocMode(mode);
+    noc->setNocProtocol(protocol);
+    noc->setNocCategory(category);
+    if (noc->isTarget() && noc->isAddressable()) {
+      std::set<HABMAddrAperture> apertures;
+      if (category == HABMNocInterface::CATEGORY_PL) {
+        apertures.insert(HABMAddrAperture(std::string("0x201_0000_0000[1M]")));
+      }
+      noc->setApertures(apertures);
+    }
+    std::map<std::string, std::string> parameters;
+    if (noc->isSource()) {
+      parameters[HABMNocInterface::READ_TRAFFIC_CLASS()] = "BEST_EFFORT";
+      parameters[HABMNocInterface::WRITE_TRAFFIC_CLASS()] = "BEST_EFFORT";
+    }
+    for (std::string const& name : generics) {
+      if (HABMGeneric const* generic = getGeneric(name)) {
+        parameters[generic->getName()] = generic->getValue();
+      }
+    }
+    for (auto const& entry : parameters) {
+      noc->setParameter(entry.first, entry.second, true);
+    }
+  }
 }
 
 void HABMBlock::inferInterfaces() {

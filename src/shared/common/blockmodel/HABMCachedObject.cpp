@@ -5,6 +5,8 @@
 #include "blockmodel/HABMAddrBlock.h"
 #include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMNocConnection.h"
+#include "blockmodel/HABMNocInterface.h"
 
 template <class T>
 void HABMCachedObject<T>::leaveObjectCaches() const noexcept {
@@ -15,3 +17,5 @@ template class HABMCachedObject<HABMAddrAssign>;
 template class HABMCachedObject<HABMAddrBlock>;
 template class HABMCachedObject<HABMAddrSpace>;
 template class HABMCachedObject<HABMBlock>;
+template class HABMCachedObject<HABMNocConnection>;
+template class HABMCachedObject<HABMNocInterface>;

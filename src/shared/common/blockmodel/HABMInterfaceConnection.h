@@ -70,6 +70,8 @@ class HABMInterfaceConnection {
   HABMInterfaceConnection(HABMBlock* parent, std::string name, ConnectionType const& connectionType);
   /// Copies name, type and both stored paths.
   void clone(HABMInterfaceConnection const& source);
+  /// Renames the link; its owner re-files it.
+  void setName(std::string const& name) { name_ = name; }
 
  private:
   HABMBlock* parent_;

@@ -571,3 +571,73 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMInterfaceConnection& con
   connection.setTargetPath(text);
   return true;
 }
+
+// NoC objects. Parameters come before the stream destination id, which is checked against one of them.
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMNocInterface& iface) const {
+  std::string text;
+  if (!readText(object.json, Keys::STR_MODE(), "", true, text)) {
+    return false;
+  }
+  iface.setNocMode(HABMNocInterface::encodeNocMode(text));
+  if (!readText(object.json, Keys::STR_PROTOCOL(), "", true, text)) {
+    return false;
+  }
+  iface.setNocProtocol(HABMNocInterface::encodeNocProtocol(text));
+  if (!readText(object.json, Keys::STR_CATEGORY(), "", true, text)) {
+    return false;
+  }
+  iface.setNocCategory(HABMNocInterface::encodeNocCategory(text));
+  readText(object.json, Keys::STR_MEMORY_MAP_REF(), "", false, text);
+  iface.setMemoryMapRef(text);
+  std::set<HABMAddrAperture> apertures;
+  if (!replacing()) {
+    apertures = iface.getApertures();
+  }
+  bool const aperturesRead = unmarshalArray(object, Keys::STR_ADDRESS_APERTURES(), apertures);
+  iface.setApertures(apertures);  // what was read before a failure stays
+  if (!aperturesRead) {
+    return false;
+  }
+  readText(object.json, Keys::STR_LOCATION(), "", false, text);
+  iface.setLocation(text);  // a virtual interface refuses one, as it would from a host
+  if (!unmarshalCollection<Kind<ChildKind::NOC_INTERFACE_PARAMETER>>(&object, iface)) {
+    return false;
+  }
+  int destId = -1;
+  Keys::getJsonInt(object.json, Keys::STR_DEST_ID(), destId, false);
+  iface.setDestId(destId);
+  readText(object.json, Keys::STR_TDEST_ID(), "", false, text);
+  iface.setTdestId(text);
+  bool editable = false;
+  Keys::getJsonBoolean(object.json, Keys::STR_EDITABLE(), editable, false);
+  iface.setEditable(editable);
+  return true;
+}
+
+bool HABMJsonReader::unmarshal(Value const& object, HABMNocConnection& connection) const {
+  std::string text;
+  if (!readText(object.json, Keys::STR_SOURCE(), "", true, text)) {
+    return false;
+  }
+  connection.setSourcePath(text);
+  if (!readText(object.json, Keys::STR_TARGET(), "", true, text)) {
+    return false;
+  }
+  connection.setTargetPath(text);
+  std::set<HABMAddrRemap> remaps;
+  if (!replacing()) {
+    remaps = connection.getRemaps();
+  }
+  bool const remapsRead = unmarshalArray(object, Keys::STR_ADDRESS_REMAPS(), remaps);
+  connection.setRemaps(remaps);  // what was read before a failure stays
+  if (!remapsRead) {
+    return false;
+  }
+  bool const parametersRead =
+      unmarshalCollection<Kind<ChildKind::NOC_CONNECTION_PARAMETER>>(&object, connection);
+  bool editable = false;
+  Keys::getJsonBoolean(object.json, Keys::STR_EDITABLE(), editable, false);
+  connection.setEditable(editable);
+  return parametersRead;
+}

@@ -20,6 +20,8 @@ class HABMGeneric;
 class HABMInterface;
 class HABMInterfaceConnection;
 class HABMMemoryMap;
+class HABMNocConnection;
+class HABMNocInterface;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
@@ -70,6 +72,8 @@ class HABMJsonReader {
   bool unmarshal(Value const& object, HABMBridge& bridge) const;
   bool unmarshal(Value const& object, HABMAddrRemap& remap) const;
   bool unmarshal(Value const& object, HABMInterfaceConnection& connection) const;
+  bool unmarshal(Value const& object, HABMNocInterface& iface) const;
+  bool unmarshal(Value const& object, HABMNocConnection& connection) const;
 
   /// Adds the elements of the array `key` of `object` to `items`, each read into a default value and
   /// inserted unless an equal one is there. Absent or not an array: nothing is added. False at the first

@@ -487,3 +487,41 @@ bool HABMJsonWriter::marshal(HABMInterfaceConnection const& connection, Out& out
   out.member(Keys::STR_TARGET(), connection.getTargetPath(false));
   return true;
 }
+
+// NoC objects. A destination id of -1 means none and is left out; 0 is written.
+
+bool HABMJsonWriter::marshal(HABMNocInterface const& iface, Out& out) const {
+  out.member(Keys::STR_MODE(), HABMNocInterface::decodeNocMode(iface.getNocMode()));
+  out.member(Keys::STR_PROTOCOL(), HABMNocInterface::decodeNocProtocol(iface.getNocProtocol()));
+  out.member(Keys::STR_CATEGORY(), HABMNocInterface::decodeNocCategory(iface.getNocCategory()));
+  if (!iface.getMemoryMapRef().empty()) {
+    out.member(Keys::STR_MEMORY_MAP_REF(), iface.getMemoryMapRef());
+  }
+  bool result = marshalArray(out, Keys::STR_ADDRESS_APERTURES(), iface.getApertures());
+  if (!iface.getLocation().empty()) {
+    out.member(Keys::STR_LOCATION(), iface.getLocation());
+  }
+  if (iface.getDestId() >= 0) {
+    out.key(Keys::STR_DEST_ID());
+    out.integer(iface.getDestId());
+  }
+  if (!iface.getTdestId().empty()) {
+    out.member(Keys::STR_TDEST_ID(), iface.getTdestId());
+  }
+  result = marshalCollection<Kind<ChildKind::NOC_INTERFACE_PARAMETER>>(out, iface) && result;
+  if (iface.getEditable()) {
+    out.member(Keys::STR_EDITABLE(), true);
+  }
+  return result;
+}
+
+bool HABMJsonWriter::marshal(HABMNocConnection const& connection, Out& out) const {
+  out.member(Keys::STR_SOURCE(), connection.getSourcePath(false));
+  out.member(Keys::STR_TARGET(), connection.getTargetPath(false));
+  bool result = marshalArray(out, Keys::STR_ADDRESS_REMAPS(), connection.getRemaps());
+  result = marshalCollection<Kind<ChildKind::NOC_CONNECTION_PARAMETER>>(out, connection) && result;
+  if (connection.getEditable()) {
+    out.member(Keys::STR_EDITABLE(), true);
+  }
+  return result;
+}

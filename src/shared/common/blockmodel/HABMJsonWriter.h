@@ -21,6 +21,8 @@ class HABMGeneric;
 class HABMInterface;
 class HABMInterfaceConnection;
 class HABMMemoryMap;
+class HABMNocConnection;
+class HABMNocInterface;
 class HABMParameter;
 class HABMPort;
 class HABMPortConnection;
@@ -64,6 +66,8 @@ class HABMJsonWriter {
   bool marshal(HABMBridge const& bridge, Out& out) const;
   bool marshal(HABMAddrRemap const& remap, Out& out) const;
   bool marshal(HABMInterfaceConnection const& connection, Out& out) const;
+  bool marshal(HABMNocInterface const& iface, Out& out) const;
+  bool marshal(HABMNocConnection const& connection, Out& out) const;
 
   /// Writes the children of kind `Kind` of `owner` under the kind's key as an object keyed by their names,
   /// each marshalled into its own object; children without members and an empty collection are left out.

@@ -6,6 +6,8 @@
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMMemoryMap.h"
+#include "blockmodel/HABMNocConnection.h"
+#include "blockmodel/HABMNocInterface.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMRegister.h"
 #include "msg/ComMsgMgr.h"
@@ -29,6 +31,22 @@ struct Owners {
   HABMMemoryMap* map = block->createMemoryMap("m");
   HABMAddrBlock* addrBlock = map->createAddrBlock("ab");
   HABMRegister* reg = addrBlock->createRegister("r");
+  HABMNocInterface* nmu = nocInterface("nmu", HABMNocInterface::MODE_NMU);
+  HABMNocInterface* nsu = nocInterface("nsu", HABMNocInterface::MODE_NSU);
+  HABMNocConnection* link = primaryLink();
+
+  HABMNocInterface* nocInterface(std::string const& name, HABMNocInterface::NocMode mode) {
+    HABMNocInterface* made = block->createNocInterface(name);
+    made->setNocMode(mode);
+    made->setNocProtocol(HABMNocInterface::PROTOCOL_AXIMM);
+    return made;
+  }
+  // A primary link without its default parameters, so that one of them can be made.
+  HABMNocConnection* primaryLink() {
+    HABMNocConnection* made = block->createNocConnection("nmu", "nsu", false);
+    made->clearParameters();
+    return made;
+  }
 };
 
 // What a forced creation of a taken name does.
@@ -45,9 +63,10 @@ struct Row {
   std::function<void(Owners&)> clear;
   Force force;
   char const* automatic;  // the automatic name of the second child; null when an empty name is refused
-  Trace created;          // of the child "x"
+  Trace created;          // of the child `name`
   Trace removed;
   char const* failed;  // null when a refusal is silent
+  char const* name = "x";
 };
 
 std::vector<Row> const& rows() {
@@ -276,6 +295,54 @@ std::vector<Row> const& rows() {
        {"Created parameter 'x' on register '/u0/m/ab/r'.\n", kChild},
        {"Removed parameter 'x' from register '/u0/m/ab/r'.\n", kBlock},
        "Failed to create parameter 'x' on register '/u0/m/ab/r'.\n"},
+      {"noc interface",
+       [](Owners& o, std::string const& n, bool) { return o.block->createNocInterface(n); },
+       [](Owners& o, std::string const& n) { return o.block->getNocInterface(n); },
+       [](Owners& o) {
+         return o.block->getNocInterfaces(false).size() -
+                (o.block->getNocInterface("nmu") != nullptr ? 2 : 0);
+       },
+       [](Owners& o, std::string const& n) { return o.block->removeNocInterface(n); },
+       [](Owners& o) { o.block->clearNocInterfaces(); },
+       Force::NONE,
+       nullptr,
+       {"Created noc interface 'x' on block '/u0'.\n", kChild},
+       {"Removed noc interface 'x' from block '/u0'.\n", kChild},
+       "Failed to create noc interface 'x' on block '/u0'.\n"},
+      {"noc connection",
+       [](Owners& o, std::string const& n, bool f) { return o.block->createNocConnection(n, f); },
+       [](Owners& o, std::string const& n) { return o.block->getNocConnection(n); },
+       [](Owners& o) { return o.block->getNocConnections(false).size(); },
+       [](Owners& o, std::string const& n) { return o.block->removeNocConnection(n); },
+       [](Owners& o) { o.block->clearNocConnections(); },
+       Force::APPENDS,
+       "noc_connection_2",
+       {"Created noc connection 'x' on block '/u0'.\n", kChild},
+       {"Removed noc connection 'x' from block '/u0'.\n", kChild},
+       "Failed to create noc connection 'x' on block '/u0'.\n"},
+      {"noc interface parameter",
+       [](Owners& o, std::string const& n, bool) { return o.nmu->createParameter(n, "v"); },
+       [](Owners& o, std::string const& n) { return o.nmu->getParameter(n); },
+       [](Owners& o) { return o.nmu->getParameters().size(); },
+       [](Owners& o, std::string const& n) { return o.nmu->removeParameter(n); },
+       [](Owners& o) { o.nmu->clearParameters(); },
+       Force::NONE,
+       nullptr,
+       {"Created parameter 'x' on interface '/u0/nmu'.\n", kChild},
+       {"Removed parameter 'x' from interface '/u0/nmu'.\n", kChild},
+       "Failed to create parameter 'x' on interface '/u0/nmu'.\n"},
+      {"noc connection parameter",
+       [](Owners& o, std::string const& n, bool) { return o.link->createParameter(n, "v"); },
+       [](Owners& o, std::string const& n) { return o.link->getParameter(n); },
+       [](Owners& o) { return o.link->getParameters().size(); },
+       [](Owners& o, std::string const& n) { return o.link->removeParameter(n); },
+       [](Owners& o) { o.link->clearParameters(); },
+       Force::NONE,
+       nullptr,
+       {"Created parameter 'READ_LATENCY' on noc connection '/u0/noc_connection_0'.\n", kChild},
+       {"Removed parameter 'READ_LATENCY' from noc connection '/u0/noc_connection_0'.\n", kChild},
+       "Failed to create parameter 'READ_LATENCY' on noc connection '/u0/noc_connection_0'.\n",
+       "READ_LATENCY"},
   };
   return table;
 }
@@ -295,13 +362,13 @@ TEST(HABMChildKinds, EveryKindFollowsTheChildDiscipline) {
     SCOPED_TRACE(row.kind);
     Owners o;
     ComMsgCapture capture;
-    void const* first = row.create(o, "x", false);
+    void const* first = row.create(o, row.name, false);
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(traces(capture), std::vector<Trace>{row.created});
-    EXPECT_EQ(row.get(o, "x"), first);
+    EXPECT_EQ(row.get(o, row.name), first);
 
     // Refusals change nothing; the failure trace names the requested name.
-    EXPECT_EQ(row.create(o, "x", false), nullptr);
+    EXPECT_EQ(row.create(o, row.name, false), nullptr);
     std::vector<Trace> const failed =
         row.failed == nullptr ? std::vector<Trace>{} : std::vector<Trace>{{row.failed, kBlock}};
     EXPECT_EQ(traces(capture), failed);
@@ -315,18 +382,18 @@ TEST(HABMChildKinds, EveryKindFollowsTheChildDiscipline) {
     std::size_t const before = row.count(o);
 
     // A forced duplicate joins the sequence behind the first, or, in the port table, stays unlisted.
-    void const* second = row.force == Force::NONE ? nullptr : row.create(o, "x", true);
+    void const* second = row.force == Force::NONE ? nullptr : row.create(o, row.name, true);
     if (row.force != Force::NONE) {
       ASSERT_NE(second, nullptr);
       EXPECT_NE(second, first);
       EXPECT_EQ(row.count(o), before + (row.force == Force::APPENDS ? 1 : 0));
-      EXPECT_EQ(row.get(o, "x"), first);
+      EXPECT_EQ(row.get(o, row.name), first);
     }
     capture.clear();
 
-    EXPECT_TRUE(row.remove(o, "x"));
+    EXPECT_TRUE(row.remove(o, row.name));
     EXPECT_EQ(traces(capture), std::vector<Trace>{row.removed});
-    EXPECT_EQ(row.get(o, "x"), row.force == Force::APPENDS ? second : nullptr);
+    EXPECT_EQ(row.get(o, row.name), row.force == Force::APPENDS ? second : nullptr);
     EXPECT_FALSE(row.remove(o, "nope"));
     EXPECT_TRUE(traces(capture).empty());
     EXPECT_EQ(o.top->check(), std::vector<std::string>());

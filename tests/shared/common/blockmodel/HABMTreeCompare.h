@@ -29,8 +29,8 @@ inline constexpr auto kTarget = [](auto const& x) { return x.getTargetPath(false
 
 inline void expectFields(HABMBlock const& a, HABMBlock const& b) {
   using B = HABMBlock;
-  expectSame(a, b, &B::getModuleName, &B::getModuleVlnv, &B::getEnablement, &B::getBaseAddress, &B::getValidated,
-             &B::getLocked, &B::getTransparent);
+  expectSame(a, b, &B::getModuleName, &B::getModuleVlnv, &B::getEnablement, &B::getBaseAddress,
+             &B::getValidated, &B::getLocked, &B::getTransparent);
 }
 inline void expectFields(HABMNamedValue const& a, HABMNamedValue const& b) {
   expectSame(a, b, &HABMNamedValue::getValue);
@@ -67,7 +67,8 @@ inline void expectFields(HABMAddrBlock const& a, HABMAddrBlock const& b) {
 }
 inline void expectFields(HABMRegister const& a, HABMRegister const& b) {
   using R = HABMRegister;
-  expectSame(a, b, &R::getDescription, &R::getAccess, &R::getOffset, &R::getWidth, &R::getValue, &R::getReset);
+  expectSame(a, b, &R::getDescription, &R::getAccess, &R::getOffset, &R::getWidth, &R::getValue,
+             &R::getReset);
 }
 inline void expectFields(HABMRegisterField const& a, HABMRegisterField const& b) {
   using F = HABMRegisterField;
@@ -81,6 +82,15 @@ inline void expectFields(HABMBridge const& a, HABMBridge const& b) {
 }
 inline void expectFields(HABMInterfaceConnection const& a, HABMInterfaceConnection const& b) {
   expectSame(a, b, &HABMInterfaceConnection::getConnectionType, kSource, kTarget);
+}
+
+inline void expectFields(HABMNocInterface const& a, HABMNocInterface const& b) {
+  using N = HABMNocInterface;
+  expectSame(a, b, &N::getNocMode, &N::getNocProtocol, &N::getNocCategory, &N::getMemoryMapRef,
+             &N::getApertures, &N::getLocation, &N::getDestId, &N::getTdestId, &N::getEditable);
+}
+inline void expectFields(HABMNocConnection const& a, HABMNocConnection const& b) {
+  expectSame(a, b, kSource, kTarget, &HABMNocConnection::getRemaps, &HABMNocConnection::getEditable);
 }
 
 /// The children of every kind of the two owners, in container order, by name, fields and children.

@@ -34,8 +34,12 @@ enum class Refusal {
   NONE,
   /// Empty, or holding the separator.
   BAD_NAME,
+  /// The kind takes no child of this name on this owner.
+  INVALID,
   /// Another child of the kind bears it.
-  TAKEN
+  TAKEN,
+  /// A rename found no child of the old name.
+  NOT_FOUND
 };
 
 /// A creator's answer: the child, or null and the reason.
@@ -48,6 +52,18 @@ struct Created {
 /// An empty name and a name with the separator are never accepted.
 inline bool isRefusedName(std::string const& name) {
   return name.empty() || HABMPath::has_separator(name);
+}
+
+/// Whether the kind takes a child of that name on this owner: a kind may narrow the names it takes
+/// (`Kind::accepts`); most take any name.
+template <class Kind>
+auto acceptsName(typename Kind::Owner const& owner, std::string const& name, int)
+    -> decltype(Kind::accepts(owner, name)) {
+  return Kind::accepts(owner, name);
+}
+template <class Kind>
+bool acceptsName(typename Kind::Owner const&, std::string const&, long) {
+  return true;
 }
 
 /// Sends a created or removed trace of a kind's texts, in whichever form the kind uses.
@@ -74,8 +90,14 @@ Created<typename Kind::Child> createChild(typename Kind::Owner& owner, std::stri
     untested = force || texts.autoNameUntested;
     name = list.autoName(texts.autoName, untested);
   }
-  Refusal const why = isRefusedName(name) ? Refusal::BAD_NAME
-                                          : (!untested && list.has(name) ? Refusal::TAKEN : Refusal::NONE);
+  Refusal why = Refusal::NONE;
+  if (isRefusedName(name)) {
+    why = Refusal::BAD_NAME;
+  } else if (!acceptsName<Kind>(owner, name, 0)) {
+    why = Refusal::INVALID;
+  } else if (!untested && list.has(name)) {
+    why = Refusal::TAKEN;
+  }
   if (why != Refusal::NONE) {
     if (texts.failed != nullptr) {
       HABM_TRACE(TRACE_BLOCK, texts.failed, requested.c_str(), Kind::ownerPath(owner).c_str());
@@ -101,6 +123,35 @@ bool removeChild(typename Kind::Owner& owner, std::string const& requested) {
     traceChildLife(Kind::TEXTS, Kind::TEXTS.removed, Kind::TEXTS.removedMask, name, Kind::ownerPath(owner));
   }
   return true;
+}
+
+/// Renames the first child of `oldName` to `newName` under the common rules (the old name is found, the new
+/// one is valid and free; the same name is a rename that changes nothing) and traces the kind's rename
+/// texts; what refused it otherwise.
+template <class Kind>
+Refusal renameChild(typename Kind::Owner& owner, std::string const& oldName, std::string const& newName) {
+  auto& list = Kind::list(owner);
+  auto* child = list.get(oldName);
+  Refusal why = Refusal::NONE;
+  if (child == nullptr) {
+    why = Refusal::NOT_FOUND;
+  } else if (newName == oldName) {
+    return Refusal::NONE;
+  } else if (isRefusedName(newName)) {
+    why = Refusal::BAD_NAME;
+  } else if (list.has(newName)) {
+    why = Refusal::TAKEN;
+  }
+  if (why != Refusal::NONE) {
+    HABM_TRACE(TRACE_CHILD, Kind::RENAME_FAILED, oldName.c_str(), newName.c_str(),
+               Kind::ownerPath(owner).c_str());
+    return why;
+  }
+  std::string const old = oldName;  // the request may be the child's own name, about to change
+  Kind::rename(*child, newName);
+  list.renamed(*child, old);
+  HABM_TRACE(TRACE_CHILD, Kind::RENAMED, old.c_str(), newName.c_str(), Kind::ownerPath(owner).c_str());
+  return Refusal::NONE;
 }
 
 /// Sets the value of the first child of that name, creating it first when `create` is set; null when it

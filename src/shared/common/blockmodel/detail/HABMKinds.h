@@ -15,6 +15,8 @@
 #include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMMemoryMap.h"
+#include "blockmodel/HABMNocConnection.h"
+#include "blockmodel/HABMNocInterface.h"
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortConnection.h"
@@ -22,6 +24,9 @@
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "blockmodel/detail/HABMChildRules.h"
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/predicate.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -39,12 +44,14 @@ enum class ChildKind : unsigned char {
   PARAMETER,
   PORT,
   INTERFACE,
+  NOC_INTERFACE,
   ADDR_SPACE,
   MEMORY_MAP,
   BRIDGE,
   SUB_BLOCK,
   PORT_CONNECTION,
   INTERFACE_CONNECTION,
+  NOC_CONNECTION,
   ADDR_ASSIGN,
   // On the children of a block.
   PORT_ATTRIBUTE,
@@ -54,7 +61,9 @@ enum class ChildKind : unsigned char {
   ADDR_BLOCK,
   REGISTER,
   REGISTER_FIELD,
-  REGISTER_PARAMETER
+  REGISTER_PARAMETER,
+  NOC_INTERFACE_PARAMETER,
+  NOC_CONNECTION_PARAMETER
 };
 
 /// The group of a block that a kind belongs to; NONE for the kinds below a block's children.
@@ -98,6 +107,7 @@ struct OnInterface {
   static constexpr Group GROUP = Group::NONE;
   static std::string ownerPath(HABMInterface const& owner) { return owner.getInterfacePath(); }
 };
+/// Objects whose traces name them by getPath (address objects, NoC objects).
 template <class T>
 struct OnAddrObject {
   using Owner = T;
@@ -237,6 +247,35 @@ struct Kind<ChildKind::INTERFACE> : OnBlock {
   static HABMBlock const* parentOf(Child const& child) { return &child.getParent(); }
   static void cloneInto(HABMBlock& owner, Child const& source) {
     owner.createInterface(source.getInterfaceName(), true)->clone(source);
+  }
+};
+
+template <>
+struct Kind<ChildKind::NOC_INTERFACE> : OnBlock {
+  using Child = HABMNocInterface;
+  // An empty name is refused: createNocInterface() finds its automatic name before it calls the creator.
+  static constexpr ChildTexts TEXTS{"Created noc interface '%s' on block '%s'.\n", TRACE_CHILD,
+                                    "Failed to create noc interface '%s' on block '%s'.\n",
+                                    "Removed noc interface '%s' from block '%s'.\n", TRACE_CHILD};
+  static constexpr Group GROUP = Group::BOUNDARY;
+  static constexpr char const* LABEL = "noc interfaces";
+  static std::string const& key() { return HABMJsonUtils::STR_NOC_INTERFACES(); }
+  template <class O>
+  static auto& list(O& owner) {
+    return owner.nocInterfaces_;
+  }
+  static std::unique_ptr<Child> make(HABMBlock& owner, std::string const& name) {
+    return std::unique_ptr<Child>(new Child(&owner, name));
+  }
+  static Child* createFromFile(HABMBlock& owner, std::string const& name) {
+    return owner.createNocInterface(name);
+  }
+  static HABMBlock const* parentOf(Child const& child) { return child.getParent(); }
+  static void cloneInto(HABMBlock& owner, Child const& source) {
+    std::string error;
+    if (Child* copy = owner.createNocInterface(source.getName(), error)) {
+      copy->clone(source);
+    }
   }
 };
 
@@ -397,6 +436,38 @@ struct Kind<ChildKind::INTERFACE_CONNECTION> : OnBlock {
   static void cloneInto(HABMBlock& owner, Child const& source) {
     owner.createInterfaceConnection(source.getName(), true)->clone(source);
   }
+};
+
+template <>
+struct Kind<ChildKind::NOC_CONNECTION> : OnBlock {
+  using Child = HABMNocConnection;
+  static constexpr ChildTexts TEXTS{"Created noc connection '%s' on block '%s'.\n",
+                                    TRACE_CHILD,
+                                    "Failed to create noc connection '%s' on block '%s'.\n",
+                                    "Removed noc connection '%s' from block '%s'.\n",
+                                    TRACE_CHILD,
+                                    "noc_connection_%d"};
+  static constexpr char const* RENAMED = "Renamed noc connection from '%s' to '%s' on block '%s'.\n";
+  static constexpr char const* RENAME_FAILED =
+      "Failed to rename noc connection from '%s' to '%s' on block '%s'.\n";
+  static constexpr Group GROUP = Group::CONTENTS;
+  static constexpr char const* LABEL = "noc connections";
+  static std::string const& key() { return HABMJsonUtils::STR_NOC_CONNECTIONS(); }
+  template <class O>
+  static auto& list(O& owner) {
+    return owner.nocConnections_;
+  }
+  static std::unique_ptr<Child> make(HABMBlock& owner, std::string const& name) {
+    return std::unique_ptr<Child>(new Child(&owner, name));
+  }
+  static Child* createFromFile(HABMBlock& owner, std::string const& name) {
+    return owner.createNocConnection(name, false);
+  }
+  static HABMBlock const* parentOf(Child const& child) { return child.getParent(); }
+  static void cloneInto(HABMBlock& owner, Child const& source) {
+    owner.createNocConnection(source.getName(), true)->clone(source);
+  }
+  static void rename(Child& child, std::string const& name) { child.setName(name); }
 };
 
 template <>
@@ -619,6 +690,52 @@ struct Kind<ChildKind::REGISTER_PARAMETER> : OnAddrObject<HABMRegister>, Parentl
   }
 };
 
+template <>
+struct Kind<ChildKind::NOC_INTERFACE_PARAMETER> : OnAddrObject<HABMNocInterface>, Parentless {
+  using Child = HABMParameter;
+  static constexpr ChildTexts TEXTS{"Created parameter '%s' on interface '%s'.\n", TRACE_CHILD,
+                                    "Failed to create parameter '%s' on interface '%s'.\n",
+                                    "Removed parameter '%s' from interface '%s'.\n", TRACE_CHILD};
+  static constexpr char const* LABEL = nullptr;
+  static std::string const& key() { return HABMJsonUtils::STR_PARAMETERS(); }
+  template <class O>
+  static auto& list(O& owner) {
+    return owner.parameters_;
+  }
+  static std::unique_ptr<Child> make(HABMNocInterface&, std::string const& name, std::string const& value) {
+    return std::make_unique<Child>(name, value);
+  }
+  static Child* createFromFile(HABMNocInterface& owner, std::string const& name) {
+    return owner.createParameter(name, std::string());
+  }
+};
+
+template <>
+struct Kind<ChildKind::NOC_CONNECTION_PARAMETER> : OnAddrObject<HABMNocConnection>, Parentless {
+  using Child = HABMParameter;
+  static constexpr ChildTexts TEXTS{"Created parameter '%s' on noc connection '%s'.\n", TRACE_CHILD,
+                                    "Failed to create parameter '%s' on noc connection '%s'.\n",
+                                    "Removed parameter '%s' from noc connection '%s'.\n", TRACE_CHILD};
+  static constexpr char const* LABEL = nullptr;
+  static std::string const& key() { return HABMJsonUtils::STR_PARAMETERS(); }
+  template <class O>
+  static auto& list(O& owner) {
+    return owner.parameters_;
+  }
+  static std::unique_ptr<Child> make(HABMNocConnection&, std::string const& name, std::string const& value) {
+    return std::make_unique<Child>(name, value);
+  }
+  /// A link takes only the parameters of a primary link, in any spelling of the name.
+  static bool accepts(HABMNocConnection const& owner, std::string const& name) {
+    return HABMNocConnection::getValidParameterNames(owner).count(boost::algorithm::to_upper_copy(name)) != 0;
+  }
+  /// Files of an older form name INITIAL_BOOT "SOC_BOOT".
+  static Child* createFromFile(HABMNocConnection& owner, std::string const& name) {
+    bool const older = boost::algorithm::iequals(name, "SOC_BOOT");
+    return owner.createParameter(older ? HABMNocConnection::INITIAL_BOOT() : name, std::string());
+  }
+};
+
 // The kinds each owner holds, in the order of its declaration.
 
 template <class Owner>
@@ -627,10 +744,11 @@ struct KindsOf {
 };
 template <>
 struct KindsOf<HABMBlock> {
-  using type = KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
-                        ChildKind::INTERFACE, ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP, ChildKind::BRIDGE,
-                        ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
-                        ChildKind::ADDR_ASSIGN>;
+  using type =
+      KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
+               ChildKind::INTERFACE, ChildKind::NOC_INTERFACE, ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP,
+               ChildKind::BRIDGE, ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION,
+               ChildKind::INTERFACE_CONNECTION, ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
 };
 template <>
 struct KindsOf<HABMPort> {
@@ -656,34 +774,46 @@ template <>
 struct KindsOf<HABMRegister> {
   using type = KindList<ChildKind::REGISTER_FIELD, ChildKind::REGISTER_PARAMETER>;
 };
+template <>
+struct KindsOf<HABMNocInterface> {
+  using type = KindList<ChildKind::NOC_INTERFACE_PARAMETER>;
+};
+template <>
+struct KindsOf<HABMNocConnection> {
+  using type = KindList<ChildKind::NOC_CONNECTION_PARAMETER>;
+};
 
 // The orders that the formats and the grouped operations fix.
 
 /// The collections of a block's file object, group by group, as the writer emits them.
 using WriteConfiguration = KindList<ChildKind::PARAMETER, ChildKind::GENERIC, ChildKind::ATTRIBUTE>;
-using WriteBoundary = KindList<ChildKind::PORT, ChildKind::INTERFACE, ChildKind::MEMORY_MAP,
-                               ChildKind::ADDR_SPACE, ChildKind::BRIDGE>;
-using WriteContents = KindList<ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION,
-                               ChildKind::INTERFACE_CONNECTION, ChildKind::ADDR_ASSIGN>;
+using WriteBoundary = KindList<ChildKind::PORT, ChildKind::INTERFACE, ChildKind::NOC_INTERFACE,
+                               ChildKind::MEMORY_MAP, ChildKind::ADDR_SPACE, ChildKind::BRIDGE>;
+using WriteContents =
+    KindList<ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
+             ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
 /// The collections of a block's file object as the reader fills them: references may come before what they
-/// name, since nothing is resolved while reading.
-using ReadOrder = KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
-                           ChildKind::MEMORY_MAP, ChildKind::ADDR_SPACE, ChildKind::INTERFACE,
-                           ChildKind::BRIDGE, ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION,
-                           ChildKind::INTERFACE_CONNECTION, ChildKind::ADDR_ASSIGN>;
+/// name, since nothing is resolved while reading, except that the NoC interfaces (below too) stand before
+/// the NoC connections, whose parameters depend on what their ends are.
+using ReadOrder =
+    KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
+             ChildKind::MEMORY_MAP, ChildKind::ADDR_SPACE, ChildKind::INTERFACE, ChildKind::BRIDGE,
+             ChildKind::NOC_INTERFACE, ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION,
+             ChildKind::INTERFACE_CONNECTION, ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
 /// The grouped clears: each thing goes before what it refers to, ports and sub-blocks last.
 using ClearConfiguration = KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER>;
-using ClearBoundary = KindList<ChildKind::BRIDGE, ChildKind::INTERFACE, ChildKind::ADDR_SPACE,
-                               ChildKind::MEMORY_MAP, ChildKind::PORT>;
-using ClearContents = KindList<ChildKind::ADDR_ASSIGN, ChildKind::PORT_CONNECTION,
-                               ChildKind::INTERFACE_CONNECTION, ChildKind::SUB_BLOCK>;
+using ClearBoundary = KindList<ChildKind::BRIDGE, ChildKind::NOC_INTERFACE, ChildKind::INTERFACE,
+                               ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP, ChildKind::PORT>;
+using ClearContents =
+    KindList<ChildKind::ADDR_ASSIGN, ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
+             ChildKind::NOC_CONNECTION, ChildKind::SUB_BLOCK>;
 /// The grouped copies: what refers to something is made after it. Sub-blocks are copied whole, and before
 /// the connections drawn between them.
 using CloneConfiguration = KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER>;
 using CloneBoundary = KindList<ChildKind::PORT, ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP,
-                               ChildKind::INTERFACE, ChildKind::BRIDGE>;
-using CloneContentsAfterSubBlocks =
-    KindList<ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION, ChildKind::ADDR_ASSIGN>;
+                               ChildKind::INTERFACE, ChildKind::NOC_INTERFACE, ChildKind::BRIDGE>;
+using CloneContentsAfterSubBlocks = KindList<ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
+                                             ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
 
 // Walkers.
 

@@ -1,0 +1,319 @@
+// HABMNocConnection.cpp: the rules of a legal NoC link, its default and visible parameters, the grouping
+// of links around a block, and a link's remaps and parameters.
+#include "blockmodel/HABMNocConnection.h"
+
+#include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPath.h"
+#include "blockmodel/detail/HABMEnumTable.h"
+#include "blockmodel/detail/HABMKinds.h"
+#include "param/HPAParamMgr.h"
+
+#include <boost/algorithm/string/case_conv.hpp>
+
+#include <utility>
+
+using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::NOC_CONNECTION_PARAMETER>;
+using I = HABMNocInterface;
+
+namespace {
+
+constexpr habm_detail::EnumTable<HABMNocConnection::WriteOrder, HABMNocConnection::WRITE_ORDER_UNKNOWN>
+    kWriteOrders{habm_detail::Fold::LOWER,
+                 {{{HABMNocConnection::WRITE_ORDER_STRICT, "strict"},
+                   {HABMNocConnection::WRITE_ORDER_RELAXED, "relaxed"},
+                   {HABMNocConnection::WRITE_ORDER_DOORBELL, "doorbell"}}}};
+static_assert(kWriteOrders.complete(), "one text per write order");
+
+// Which source mode may feed which target mode; rows are the source, columns the target.
+constexpr bool kModesFit[4][4] = {
+    // nmu    nsu   vnmu   vnsu
+    {false, true, true, true},     // nmu
+    {false, false, false, false},  // nsu
+    {false, true, true, true},     // vnmu
+    {false, true, false, true},    // vnsu
+};
+
+bool modesFit(I::NocMode source, I::NocMode target) {
+  if (source == I::MODE_UNKNOWN || target == I::MODE_UNKNOWN) {
+    return false;
+  }
+  return kModesFit[static_cast<int>(source)][static_cast<int>(target)];
+}
+
+// The nearest strict ancestor of the interface's block that has NoC interfaces other than INI ones.
+HABMBlock const* scopeOf(HABMNocInterface const& iface) {
+  for (HABMBlock const* block = iface.getParent()->getParent(); block != nullptr;
+       block = block->getParent()) {
+    if (block->hasNocInterfaces(true)) {
+      return block;
+    }
+  }
+  return nullptr;
+}
+
+// The first rule that refuses the link, or the empty string.
+std::string refusal(HABMBlock const& block, HABMNocInterface const* source, HABMNocInterface const* target) {
+  if (source == nullptr) {
+    return "Source NOC interface not found.";
+  }
+  if (target == nullptr) {
+    return "Target NOC interface not found.";
+  }
+  if (source == target) {
+    return "Source and Target NOC interfaces are the same NOC interface.";
+  }
+  if (source->getNocProtocol() != target->getNocProtocol()) {
+    return "Source and Target NOC protocols do not match.";
+  }
+  if (source->isIniCategory() != target->isIniCategory()) {
+    return "Source and Target NOC categories do not match.";
+  }
+  if (!modesFit(source->getNocMode(), target->getNocMode())) {
+    return "Source NOC mode '" + I::decodeNocMode(source->getNocMode()) + "' and Target NOC mode '" +
+           I::decodeNocMode(target->getNocMode()) + "' are incompatible.";
+  }
+  if (source->getNocMode() == I::MODE_VNSU && !source->getTargetConnections().empty()) {
+    return "Source VNSU interface must connect to a single Target VNSU or NSU interface.";
+  }
+  if (target->getNocMode() == I::MODE_VNMU && !target->getSourceConnections().empty()) {
+    return "Target VNMU interface must connect from a single Source NMU or VNMU interface.";
+  }
+  HABMBlock const* const sourceScope = scopeOf(*source);
+  HABMBlock const* const targetScope = scopeOf(*target);
+  if (sourceScope != targetScope && sourceScope != target->getParent() &&
+      source->getParent() != targetScope) {
+    return "Source and Target NOC interfaces must exist within the same NOC scope.";
+  }
+  for (HABMNocConnection const* existing : block.findNocConnections(std::string(), true, false)) {
+    if (existing->getSourceNocInterface() == source && existing->getTargetNocInterface() == target) {
+      return "Duplicate NOC connection already exists at '" + existing->getPath() + "'.";
+    }
+  }
+  return std::string();
+}
+
+}  // namespace
+
+HABMNocConnection::HABMNocConnection(HABMBlock* parent, std::string name)
+    : HCWWaiverProxyElem(0), HABMInterfaceConnection(parent, std::move(name), HABMPortConnection::SOFT) {}
+
+HABMNocConnection::~HABMNocConnection() {
+  leaveObjectCaches();
+}
+
+#define HABM_NOC_CONNECTION_NAME(NAME)           \
+  std::string const& HABMNocConnection::NAME() { \
+    static std::string const value = #NAME;      \
+    return value;                                \
+  }
+HABM_NOC_CONNECTION_NAME(READ_AVERAGE_BURST)
+HABM_NOC_CONNECTION_NAME(READ_BANDWIDTH)
+HABM_NOC_CONNECTION_NAME(READ_LATENCY)
+HABM_NOC_CONNECTION_NAME(WRITE_AVERAGE_BURST)
+HABM_NOC_CONNECTION_NAME(WRITE_BANDWIDTH)
+HABM_NOC_CONNECTION_NAME(WRITE_LATENCY)
+HABM_NOC_CONNECTION_NAME(EXCLUSIVE_ROUTING_GROUP)
+HABM_NOC_CONNECTION_NAME(SEPARATE_ROUTING_GROUP)
+HABM_NOC_CONNECTION_NAME(HIGH_PRIORITY_ROUTING)
+HABM_NOC_CONNECTION_NAME(INITIAL_BOOT)
+HABM_NOC_CONNECTION_NAME(PHASE_SETTINGS)
+HABM_NOC_CONNECTION_NAME(WRITE_ORDER_CONTROL)
+HABM_NOC_CONNECTION_NAME(REMAPS)
+#undef HABM_NOC_CONNECTION_NAME
+
+HABMNocConnection::WriteOrder HABMNocConnection::encodeWriteOrder(std::string text) {
+  return kWriteOrders.encode(std::move(text));
+}
+
+std::string HABMNocConnection::decodeWriteOrder(WriteOrder const& order) {
+  return kWriteOrders.decode(order);
+}
+
+bool HABMNocConnection::canConnect(HABMBlock const& block, std::string const& source,
+                                   std::string const& target, std::string& error) {
+  HABMNocInterface const* from = block.findNocInterface(HABMPath::get_relative_path(block, source), true);
+  HABMNocInterface const* to = block.findNocInterface(HABMPath::get_relative_path(block, target), true);
+  error = refusal(block, from, to);
+  return error.empty();
+}
+
+bool HABMNocConnection::groupNocConnections(HABMBlock const& block, std::vector<HABMNocConnection*>& others,
+                                            std::vector<HABMNocConnection*>& internal,
+                                            std::vector<HABMNocConnection*>& outgoing,
+                                            std::vector<HABMNocConnection*>& incoming) {
+  others.clear();
+  internal.clear();
+  outgoing.clear();
+  incoming.clear();
+  for (HABMNocConnection* connection : block.getTop()->findNocConnections(std::string(), true, false)) {
+    std::string const source = HABMPath::get_relative_path(block, connection->getSourcePath(true));
+    std::string const target = HABMPath::get_relative_path(block, connection->getTargetPath(true));
+    bool const sourceInside = HABMPath::is_valid(source);
+    bool const targetInside = HABMPath::is_valid(target);
+    if (sourceInside && targetInside) {
+      bool const onTheBoundary = !HABMPath::has_separator(source) && !HABMPath::has_separator(target);
+      (onTheBoundary && connection->getParent() != &block ? others : internal).push_back(connection);
+    } else if (sourceInside) {
+      (HABMPath::has_separator(source) ? outgoing : others).push_back(connection);
+    } else if (targetInside) {
+      (HABMPath::has_separator(target) ? incoming : others).push_back(connection);
+    } else {
+      others.push_back(connection);
+    }
+  }
+  return true;
+}
+
+bool HABMNocConnection::isExportNocConnection(HABMNocInterface const* source,
+                                              HABMNocInterface const* target) {
+  if (source == nullptr || target == nullptr || source->getParent() == nullptr ||
+      target->getParent() == nullptr || source->getParent() == target->getParent()) {
+    return false;
+  }
+  return target->getParent()->hasSubBlock(source->getParent(), true);
+}
+
+bool HABMNocConnection::isImportNocConnection(HABMNocInterface const* source,
+                                              HABMNocInterface const* target) {
+  return isExportNocConnection(target, source);
+}
+
+std::map<std::string, std::string> HABMNocConnection::getDefaultParameterValues(
+    HABMNocConnection const& connection) {
+  std::map<std::string, std::string> defaults;
+  HABMNocInterface const* source = connection.getSourceNocInterface();
+  HABMNocInterface const* target = connection.getTargetNocInterface();
+  // Only the primary link of a path carries the traffic requirements.
+  if (source == nullptr || target == nullptr || !source->isSource() || !target->isTarget()) {
+    return defaults;
+  }
+  if (source->isAddressable() || target->isAddressable()) {
+    defaults[READ_AVERAGE_BURST()] = "4";
+    defaults[READ_BANDWIDTH()] = "500";
+    defaults[READ_LATENCY()] = "300";
+  }
+  defaults[WRITE_AVERAGE_BURST()] = "4";
+  defaults[WRITE_BANDWIDTH()] = "500";
+  defaults[WRITE_LATENCY()] = "300";
+  defaults[EXCLUSIVE_ROUTING_GROUP()] = "";
+  defaults[SEPARATE_ROUTING_GROUP()] = "";
+  defaults[HIGH_PRIORITY_ROUTING()] = "false";
+  defaults[INITIAL_BOOT()] = "false";
+  defaults[PHASE_SETTINGS()] = "";
+  defaults[WRITE_ORDER_CONTROL()] = "";
+  return defaults;
+}
+
+std::set<std::string> HABMNocConnection::getValidParameterNames(HABMNocConnection const& connection) {
+  std::set<std::string> names;
+  for (auto const& entry : getDefaultParameterValues(connection)) {
+    names.insert(entry.first);
+  }
+  return names;
+}
+
+std::set<std::string> HABMNocConnection::getVisibleParameterNames(HABMNocConnection const& connection) {
+  std::set<std::string> names = getValidParameterNames(connection);
+  names.erase(HIGH_PRIORITY_ROUTING());
+  // Phases are an opt-in extension: the setting exists on every primary link, shown only when enabled.
+  if (!HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.enableNocPhases", false)) {
+    names.erase(PHASE_SETTINGS());
+  }
+  return names;
+}
+
+// Ends.
+
+HABMNocInterface* HABMNocConnection::getSourceNocInterface() const {
+  HABMBlock const* parent = getParent();
+  return parent == nullptr ? nullptr : parent->findNocInterface(getSourcePath(false), true);
+}
+
+HABMNocInterface* HABMNocConnection::getTargetNocInterface() const {
+  HABMBlock const* parent = getParent();
+  return parent == nullptr ? nullptr : parent->findNocInterface(getTargetPath(false), true);
+}
+
+HABMNocInterface::NocProtocol HABMNocConnection::getNocProtocol() const {
+  if (HABMNocInterface const* source = getSourceNocInterface()) {
+    return source->getNocProtocol();
+  }
+  if (HABMNocInterface const* target = getTargetNocInterface()) {
+    return target->getNocProtocol();
+  }
+  return HABMNocInterface::PROTOCOL_UNKNOWN;
+}
+
+bool HABMNocConnection::isAddressable() const {
+  HABMNocInterface const* source = getSourceNocInterface();
+  HABMNocInterface const* target = getTargetNocInterface();
+  return (source != nullptr && source->isAddressable()) || (target != nullptr && target->isAddressable());
+}
+
+bool HABMNocConnection::isIniCategory() const {
+  HABMNocInterface const* source = getSourceNocInterface();
+  HABMNocInterface const* target = getTargetNocInterface();
+  return (source != nullptr && source->isIniCategory()) || (target != nullptr && target->isIniCategory());
+}
+
+bool HABMNocConnection::isPrimary() const {
+  HABMNocInterface const* source = getSourceNocInterface();
+  HABMNocInterface const* target = getTargetNocInterface();
+  return source != nullptr && target != nullptr && source->isSource() && target->isTarget();
+}
+
+bool HABMNocConnection::hasRswAncestor() const {
+  HABMNocInterface const* source = getSourceNocInterface();
+  HABMNocInterface const* target = getTargetNocInterface();
+  return (source != nullptr && source->getRswAncestor() != nullptr) ||
+         (target != nullptr && target->getRswAncestor() != nullptr);
+}
+
+// Parameters.
+
+HABMParameter* HABMNocConnection::createParameter(std::string const& name, std::string const& value) {
+  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
+}
+HABMParameter* HABMNocConnection::getParameter(std::string const& name) const {
+  return parameters_.get(name);
+}
+std::vector<HABMParameter*> HABMNocConnection::getParameters() const {
+  return parameters_.list();
+}
+HABMParameter* HABMNocConnection::setParameter(std::string const& name, std::string const& value,
+                                               bool const& create) {
+  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
+}
+bool HABMNocConnection::removeParameter(std::string const& name) {
+  return habm_detail::removeChild<ParameterKind>(*this, name);
+}
+void HABMNocConnection::clearParameters() {
+  parameters_.clear();
+}
+
+void HABMNocConnection::cloneProperties(HABMNocConnection const& source) {
+  if (&source == this) {
+    return;
+  }
+  remaps_ = source.remaps_;
+  clearParameters();
+  for (HABMParameter const* parameter : source.parameters_) {
+    createParameter(parameter->getName(), parameter->getValue());
+  }
+}
+
+void HABMNocConnection::resetProperties() {
+  remaps_.clear();
+  clearParameters();
+}
+
+void HABMNocConnection::clone(HABMNocConnection const& source) {
+  if (&source == this) {
+    return;
+  }
+  // The paths first: which parameters a link takes depends on what its ends resolve to.
+  HABMInterfaceConnection::clone(source);
+  cloneProperties(source);
+  editable_ = source.editable_;
+}

@@ -1,0 +1,231 @@
+// HABMNocConnectionTest.cpp: the rules of a legal NoC link, the link's defaults and parameters, renames,
+// the grouping around a block, and the paths walked through the links.
+#include "blockmodel/HABMNocConnection.h"
+
+#include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMNocPath.h"
+#include "blockmodel/HABMParameter.h"
+#include "msg/ComMsgMgr.h"
+#include "param/HPAParamMgr.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using N = HABMNocInterface;
+using C = HABMNocConnection;
+
+// top holds "a" (with NoC interfaces of its own, so it is a NoC scope) holding "b"; "c" beside "a".
+class HABMNocTree : public ::testing::Test {
+ protected:
+  HABMNocInterface* noc(HABMBlock& block, std::string const& name, N::NocMode mode,
+                        N::NocProtocol protocol = N::PROTOCOL_AXIMM,
+                        N::NocCategory category = N::CATEGORY_PL) {
+    HABMNocInterface* iface = block.createNocInterface(name);
+    iface->setNocMode(mode);
+    iface->setNocProtocol(protocol);
+    iface->setNocCategory(category);
+    return iface;
+  }
+  std::string refusal(std::string const& source, std::string const& target) const {
+    std::string error = "stale";
+    bool const legal = C::canConnect(*top_, source, target, error);
+    EXPECT_EQ(legal, error.empty());
+    return error;
+  }
+  void TearDown() override { EXPECT_EQ(top_->check(), std::vector<std::string>()); }
+
+  std::unique_ptr<HABMBlock> top_ = HABMBlock::createTopBlock("top");
+  HABMBlock* a_ = top_->createSubBlock("a", "ma", false);
+  HABMBlock* b_ = a_->createSubBlock("b", "mb", false);
+  HABMBlock* c_ = top_->createSubBlock("c", "mc", false);
+};
+
+TEST_F(HABMNocTree, CanConnectAppliesTheRulesInOrder) {
+  noc(*top_, "nmu", N::MODE_NMU);
+  noc(*top_, "nsu", N::MODE_NSU);
+  noc(*top_, "nsu2", N::MODE_NSU);
+  noc(*top_, "axis", N::MODE_NSU, N::PROTOCOL_AXIS);
+  noc(*top_, "ini", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
+  noc(*top_, "ddr", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_DDR);
+  noc(*top_, "vnsu", N::MODE_VNSU);
+  noc(*top_, "vnmu", N::MODE_VNMU);
+  noc(*a_, "nmu", N::MODE_NMU);
+  noc(*b_, "nmu", N::MODE_NMU);
+  noc(*b_, "nsu", N::MODE_NSU);
+  noc(*c_, "nsu", N::MODE_NSU);
+  top_->createNocConnection("vnsu", "nsu2", true);
+  top_->createNocConnection("nmu", "vnmu", true);
+  top_->createNocConnection("nmu", "nsu", true);
+  struct Case {
+    char const* source;
+    char const* target;
+    std::string error;
+  };
+  for (Case const& c : {
+           Case{"nope", "nsu", "Source NOC interface not found."},
+           Case{"nmu", "/nope", "Target NOC interface not found."},
+           Case{"nmu", "/nmu", "Source and Target NOC interfaces are the same NOC interface."},
+           Case{"nmu", "axis", "Source and Target NOC protocols do not match."},
+           Case{"nmu", "ini", "Source and Target NOC categories do not match."},
+           Case{"nmu", "ddr", ""},  // categories other than ini do not matter
+           Case{"nsu", "nsu2", "Source NOC mode 'nsu' and Target NOC mode 'nsu' are incompatible."},
+           Case{"vnsu", "vnmu", "Source NOC mode 'vnsu' and Target NOC mode 'vnmu' are incompatible."},
+           Case{"vnsu", "nsu",
+                "Source VNSU interface must connect to a single Target VNSU or NSU interface."},
+           Case{"a/nmu", "vnmu",
+                "Target VNMU interface must connect from a single Source NMU or VNMU interface."},
+           Case{"a/nmu", "c/nsu", ""},  // both in the scope of the top block
+           Case{"a/b/nmu", "c/nsu", "Source and Target NOC interfaces must exist within the same NOC scope."},
+           Case{"a/b/nsu", "a/b/nsu", "Source and Target NOC interfaces are the same NOC interface."},
+           Case{"/a/nmu", "a/b/nsu", ""},  // the source's block is the target's scope
+           Case{"nmu", "nsu", "Duplicate NOC connection already exists at '/noc_connection_2'."},
+       }) {
+    EXPECT_EQ(refusal(c.source, c.target), c.error) << c.source << " -> " << c.target;
+  }
+}
+
+TEST_F(HABMNocTree, ALinkGetsTheDefaultsOfItsEndsAndOnlyValidParameters) {
+  noc(*top_, "nmu", N::MODE_NMU);
+  noc(*top_, "nsu", N::MODE_NSU);
+  noc(*top_, "smu", N::MODE_NMU, N::PROTOCOL_AXIS);
+  noc(*top_, "ssu", N::MODE_NSU, N::PROTOCOL_AXIS);
+  noc(*top_, "vnmu", N::MODE_VNMU);
+  C* mm = top_->createNocConnection("nmu", "nsu", false);
+  C* stream = top_->createNocConnection("smu", "ssu", false);
+  C* carrier = top_->createNocConnection("nmu", "vnmu", false);
+  EXPECT_EQ(mm->getParameters().size(), 12U);
+  EXPECT_EQ(mm->getParameter(C::READ_LATENCY())->getValue(), "300");
+  EXPECT_EQ(stream->getParameters().size(), 9U);
+  EXPECT_TRUE(carrier->getParameters().empty());
+  EXPECT_TRUE(mm->isPrimary() && mm->isAddressable());
+  EXPECT_FALSE(carrier->isPrimary());
+
+  mm->clearParameters();
+  EXPECT_NE(mm->createParameter("read_latency", "10"), nullptr);  // the spelling given is kept
+  EXPECT_EQ(mm->getParameter("read_latency")->getValue(), "10");
+  EXPECT_EQ(stream->createParameter("read_latency", "10"), nullptr);
+  EXPECT_EQ(carrier->createParameter(C::WRITE_LATENCY(), "1"), nullptr);
+
+  EXPECT_EQ(C::getVisibleParameterNames(*mm).count(C::HIGH_PRIORITY_ROUTING()), 0U);
+  EXPECT_EQ(C::getVisibleParameterNames(*mm).count(C::PHASE_SETTINGS()), 0U);
+  HPAParamOverride phases("project.enableNocPhases", "true");
+  EXPECT_EQ(C::getVisibleParameterNames(*mm).count(C::PHASE_SETTINGS()), 1U);
+}
+
+TEST_F(HABMNocTree, RefusedLinksAndRenamesAreTraced) {
+  noc(*top_, "nmu", N::MODE_NMU);
+  noc(*top_, "nsu", N::MODE_NSU);
+  ComMsgScopeGuard on("HABM");
+  ComMsgCapture capture;
+  std::string error;
+  EXPECT_EQ(top_->createNocConnection("nsu", "nmu", error, false), nullptr);
+  EXPECT_EQ(capture.texts().back(),
+            "Failed to create noc connection from 'nsu' to 'nmu' on block '/'. Source NOC mode 'nsu' and "
+            "Target NOC "
+            "mode 'nmu' are incompatible.\n");
+  C* forced = top_->createNocConnection("nsu", "nmu", error, true);
+  ASSERT_NE(forced, nullptr);
+  EXPECT_TRUE(error.empty());
+  C* other = top_->createNocConnection("x", false);
+  capture.clear();
+  EXPECT_TRUE(top_->renameNocConnection(forced->getName(), forced->getName()));
+  EXPECT_FALSE(top_->renameNocConnection("noc_connection_0", "x"));
+  EXPECT_FALSE(top_->renameNocConnection("nope", "y"));
+  EXPECT_FALSE(top_->renameNocConnection("x", "a/b"));
+  EXPECT_TRUE(top_->renameNocConnection("x", "y"));
+  EXPECT_EQ(top_->getNocConnection("y"), other);
+  EXPECT_EQ(top_->getNocConnection("x"), nullptr);
+  EXPECT_EQ(capture.texts(),
+            (std::vector<std::string>{
+                "Failed to rename noc connection from 'noc_connection_0' to 'x' on block '/'.\n",
+                "Failed to rename noc connection from 'nope' to 'y' on block '/'.\n",
+                "Failed to rename noc connection from 'x' to 'a/b' on block '/'.\n",
+                "Renamed noc connection from 'x' to 'y' on block '/'.\n"}));
+}
+
+TEST_F(HABMNocTree, LinksGroupByHowTheyMeetABlock) {
+  noc(*top_, "t", N::MODE_NSU);
+  noc(*a_, "va", N::MODE_VNSU);
+  noc(*b_, "nmu", N::MODE_NMU);
+  noc(*b_, "nsu", N::MODE_NSU);
+  noc(*c_, "n", N::MODE_NSU);
+  C* inside = b_->createNocConnection("nmu", "nsu", true);
+  C* out = a_->createNocConnection("b/nmu", "va", true);
+  C* up = top_->createNocConnection("a/va", "t", true);
+  C* away = top_->createNocConnection("c/n", "t", true);
+  C* in = top_->createNocConnection("t", "a/b/nsu", true);
+  std::vector<C*> others, internal, outgoing, incoming;
+  EXPECT_TRUE(C::groupNocConnections(*a_, others, internal, outgoing, incoming));
+  EXPECT_EQ(internal, (std::vector<C*>{out, inside}));
+  EXPECT_EQ(outgoing, std::vector<C*>{});
+  EXPECT_EQ(others, (std::vector<C*>{up, away}));
+  EXPECT_EQ(incoming, std::vector<C*>{in});
+  C::groupNocConnections(*b_, others, internal, outgoing, incoming);
+  EXPECT_EQ(internal, std::vector<C*>{inside});
+  EXPECT_EQ(others, (std::vector<C*>{up, away, in, out}));
+  EXPECT_TRUE(C::isExportNocConnection(b_->getNocInterface("nmu"), a_->getNocInterface("va")));
+  EXPECT_TRUE(C::isImportNocConnection(top_->getNocInterface("t"), b_->getNocInterface("nsu")));
+  EXPECT_FALSE(C::isExportNocConnection(b_->getNocInterface("nmu"), b_->getNocInterface("nsu")));
+}
+
+// Paths.
+
+std::vector<std::string> names(std::set<HABMNocPath> const& paths) {
+  std::vector<std::string> out;
+  for (HABMNocPath const& path : paths) {
+    out.push_back(path.getName());
+  }
+  return out;
+}
+
+TEST_F(HABMNocTree, PathsRunFromHeadsThroughVirtualInterfacesToEachEnd) {
+  HABMNocInterface* nmu = noc(*b_, "nmu", N::MODE_NMU);
+  HABMNocInterface* vnmu = noc(*b_, "out", N::MODE_VNMU);
+  HABMNocInterface* vnsu = noc(*c_, "in", N::MODE_VNSU);
+  HABMNocInterface* nsu = noc(*c_, "nsu", N::MODE_NSU);
+  noc(*c_, "nsu2", N::MODE_NSU);
+  b_->createNocConnection("nmu", "out", true);
+  C* primary = top_->createNocConnection("a/b/out", "c/in", true);
+  c_->createNocConnection("in", "nsu", true);
+  c_->createNocConnection("in", "nsu2", true);
+  top_->createNocConnection("a/b/out", "c/in", true);  // a second link between the same two: one path
+  noc(*top_, "lone", N::MODE_NMU);
+  std::set<HABMNocPath> const paths = HABMNocPath::createNocPaths(top_.get());
+  EXPECT_EQ(names(paths), (std::vector<std::string>{"/a/b/nmu->/a/b/out->/c/in->/c/nsu",
+                                                    "/a/b/nmu->/a/b/out->/c/in->/c/nsu2"}));
+  HABMNocPath const& first = *paths.begin();
+  EXPECT_EQ(first.getVNocInterfaces(), (std::vector<HABMNocInterface*>{vnmu, vnsu}));
+  EXPECT_EQ(first.getNmuInterface(), nmu);
+  EXPECT_EQ(first.getNsuInterface(), nsu);
+  EXPECT_EQ(first.getPrimaryConnection(), primary);
+  EXPECT_TRUE(first.isCompletePath() && first.isOwnedByStatic() && first.isAddressable());
+  c_->setBlockRsw(true);
+  EXPECT_TRUE(first.hasRswInterface());
+  EXPECT_EQ(first.getTargetRswBlock(), c_);
+  EXPECT_EQ(first.getSourceRswBlock(), nullptr);
+
+  // Seen from "c", the path starts at the virtual interface fed from outside: it has no NMU.
+  std::set<HABMNocPath> const inC = HABMNocPath::createNocPaths(c_);
+  ASSERT_EQ(inC.size(), 2U);
+  EXPECT_EQ(inC.begin()->getSourceInterface(), vnsu);
+  EXPECT_FALSE(inC.begin()->isCompletePath());
+  EXPECT_TRUE(HABMNocPath::createNocPaths(nullptr).empty());
+}
+
+TEST_F(HABMNocTree, CyclesEndAndDeadEndsGiveNothing) {
+  noc(*top_, "v1", N::MODE_VNMU);
+  noc(*top_, "v2", N::MODE_VNMU);
+  noc(*top_, "nmu", N::MODE_NMU);
+  top_->createNocConnection("nmu", "v1", true);
+  top_->createNocConnection("v1", "v2", true);
+  top_->createNocConnection("v2", "v1", true);
+  top_->createNocConnection("v1", "gone", true);  // resolves to nothing
+  EXPECT_TRUE(HABMNocPath::createNocPaths(top_.get()).empty());
+  HABMNocPath const chain(top_->getNocConnections(false));
+  EXPECT_EQ(chain.getName(), "/nmu->/v1->/v2");
+  EXPECT_EQ(chain.getPrimaryConnection(), nullptr);
+  EXPECT_FALSE(chain.isOwnedByStatic());
+}
+
+}  // namespace
