@@ -1,27 +1,13 @@
 // HABMAddrTestUtil.h: a design that sets every field of every address class away from its default.
 #pragma once
 
-#include "blockmodel/HABMAddrAssign.h"
-#include "blockmodel/HABMAddrBlock.h"
-#include "blockmodel/HABMAddrSegment.h"
-#include "blockmodel/HABMAddrSpace.h"
-#include "blockmodel/HABMBlock.h"
-#include "blockmodel/HABMBridge.h"
-#include "blockmodel/HABMInterface.h"
-#include "blockmodel/HABMInterfaceConnection.h"
-#include "blockmodel/HABMMemoryMap.h"
-#include "blockmodel/HABMParameter.h"
-#include "blockmodel/HABMRegister.h"
-#include "blockmodel/HABMRegisterField.h"
 #include "msg/ComMsgMgr.h"
 
+// The tree comparison brings the header of every kind of child, the address classes among them, and
+// with them <string> and <vector>.
 #include "HABMTreeCompare.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace habm_test {
 
@@ -74,8 +60,7 @@ inline std::unique_ptr<HABMBlock> makeAddrDesign() {
   global->setAssignType(HABMAddrAssign::TYPE_EXCLUSION);
   global->setSourcePath("/u0/m/mem");
   global->setTargetPath("/u0/s");
-  global->setOffset(HABMAddrValue(0x2000U));
-  global->setRange(HABMAddrValue::CONST_64K());
+  global->setAperture(HABMAddrAperture(HABMAddrValue(0x2000U), HABMAddrValue::CONST_64K()));
   return top;
 }
 
