@@ -1,6 +1,7 @@
-// HABMPortMapTest.cpp: the abstraction definition behind an interface's port maps: its look-ups, its
-// variable-size rule and its shared ports.
+// HABMAbstractionDefinitionTest.cpp: the abstraction definition behind an interface's port maps: its
+// look-ups, its variable-size rule and its shared ports.
 #include "blockmodel/HABMAbstractionDefinition.h"
+
 #include "blockmodel/HABMAbstractionDefinitionPort.h"
 
 #include <gtest/gtest.h>
