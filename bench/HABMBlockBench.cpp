@@ -50,8 +50,28 @@ void BM_LookUpChildren(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0) * 2);
 }
 
+// Removing every child one by one, first to last: each removal leaves a hole that is closed later, so
+// the whole run stays linear.
+void BM_RemoveChildrenInOrder(benchmark::State& state) {
+  auto const all = names(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto top = HABMBlock::createTopBlock("top");
+    for (auto const& name : all) {
+      top->createAttribute(name, "v");
+    }
+    state.ResumeTiming();
+    for (auto const& name : all) {
+      top->removeAttribute(name);
+    }
+    benchmark::DoNotOptimize(top.get());
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 BENCHMARK(BM_CreateChildren)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(200000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LookUpChildren)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(200000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RemoveChildrenInOrder)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // Thirty "*a" against a long run of "a": exponential for a backtracking matcher.
 void BM_WildcardManyStars(benchmark::State& state) {
