@@ -7,81 +7,45 @@
 
 namespace {
 
-using Levels = std::vector<std::string>;
-
-TEST(HABMPathTest, HeadAndTailSplitAtTheLastSeparator) {
-  struct Case {
-    char const* path;
-    char const* head;
-    char const* tail;
-  };
-  for (auto const& c : {Case{"clk", "", "clk"}, Case{"/clk", "", "clk"}, Case{"a/", "a", ""},
-                        Case{"/u0/u1/clk", "/u0/u1", "clk"}, Case{"", "", ""}}) {
+TEST(HABMPath, SplitsHeadAndTailAtTheLastSeparatorAndTerminatesOnlyWhenNeeded) {
+  struct {
+    char const *path, *head, *tail, *terminated;
+  } const cases[] = {{"", "", "", "/"},
+                     {"clk", "", "clk", "clk/"},
+                     {"/clk", "", "clk", "/clk/"},
+                     {"a/", "a", "", "a/"},
+                     {"/u0/u1/clk", "/u0/u1", "clk", "/u0/u1/clk/"}};
+  for (auto const& c : cases) {
     EXPECT_EQ(HABMPath::get_path_head(c.path), c.head) << c.path;
     EXPECT_EQ(HABMPath::get_path_tail(c.path), c.tail) << c.path;
+    EXPECT_EQ(HABMPath::terminate(c.path), c.terminated) << c.path;
+  }
+  for (auto const predicate : {&HABMPath::is_valid, &HABMPath::is_absolute, &HABMPath::is_relative,
+                               &HABMPath::is_terminated, &HABMPath::has_separator}) {
+    EXPECT_FALSE(predicate(""));  // the empty path is no kind of path
   }
 }
 
-TEST(HABMPathTest, PredicatesAnswerFalseForTheEmptyPath) {
-  EXPECT_FALSE(HABMPath::is_valid(""));
-  EXPECT_FALSE(HABMPath::is_relative(""));
-  EXPECT_FALSE(HABMPath::is_absolute(""));
-  EXPECT_FALSE(HABMPath::is_terminated(""));
-  EXPECT_FALSE(HABMPath::has_separator(""));
-  EXPECT_TRUE(HABMPath::is_absolute("/a"));
-  EXPECT_TRUE(HABMPath::is_relative("a/b"));
-  EXPECT_TRUE(HABMPath::is_terminated("a/"));
-  EXPECT_TRUE(HABMPath::has_separator("a/b"));
-}
-
-TEST(HABMPathTest, TerminateAppendsOneSeparatorOnlyWhenMissing) {
-  EXPECT_EQ(HABMPath::terminate(""), "/");
-  EXPECT_EQ(HABMPath::terminate("/"), "/");
-  EXPECT_EQ(HABMPath::terminate("/a"), "/a/");
-  EXPECT_EQ(HABMPath::terminate("a//"), "a//");
-}
-
-TEST(HABMPathTest, SplitDropsOuterSeparatorsAndMergesInnerRuns) {
-  EXPECT_EQ(HABMPath::split_path("/a//b/"), (Levels{"a", "b"}));
-  EXPECT_EQ(HABMPath::split_path(""), (Levels{""}));
-  EXPECT_EQ(HABMPath::split_path("/"), (Levels{""}));
-  EXPECT_EQ(HABMPath::split_path("///"), (Levels{""}));
-  EXPECT_EQ(HABMPath::split_path("a"), (Levels{"a"}));
-}
-
-TEST(HABMPathTest, JoinPutsOneSeparatorInFront) {
-  EXPECT_EQ(HABMPath::join_path({"a", "b"}), "/a/b");
+TEST(HABMPath, SplitDropsOuterSeparatorsAndMergesInnerRunsAndJoinPutsOneInFront) {
+  EXPECT_EQ(HABMPath::split_path("/a//b/"), (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(HABMPath::split_path("///"), std::vector<std::string>{""});
+  EXPECT_EQ(HABMPath::join_path(HABMPath::split_path("x//y")), "/x/y");
   EXPECT_EQ(HABMPath::join_path({}), "/");
-  EXPECT_EQ(HABMPath::join_path(HABMPath::split_path("/x//y")), "/x/y");
 }
 
-class HABMPathFromBlock : public ::testing::Test {
- protected:
-  void SetUp() override {
-    top_ = HABMBlock::createTopBlock("top");
-    a_ = top_->createSubBlock("a", "m", false);
+TEST(HABMPath, PathsUnderABlockTurnRelativeAndBackAndOthersHaveNoRelativeForm) {
+  auto const top = HABMBlock::createTopBlock("top");
+  HABMBlock const& a = *top->createSubBlock("a", "m", false);
+  EXPECT_EQ(HABMPath::get_relative_path(a, "/a/b/c"), "b/c");
+  EXPECT_EQ(HABMPath::get_absolute_path(a, "b/c"), "/a/b/c");
+  EXPECT_EQ(HABMPath::get_relative_path(*top, "//u0/clk"), "u0/clk");  // no empty first level
+  EXPECT_EQ(HABMPath::get_absolute_path(*top, "clk"), "/clk");
+  for (char const* outside : {"/b", "/a", "/ab/c", "/a//", ""}) {
+    EXPECT_EQ(HABMPath::get_relative_path(a, outside), "") << outside;
   }
-  std::unique_ptr<HABMBlock> top_;
-  HABMBlock* a_ = nullptr;
-};
-
-TEST_F(HABMPathFromBlock, RelativePathIsWhatFollowsTheBlockPrefix) {
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, "/a/b"), "b");
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, "/b"), "");
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, "/a"), "");
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, "/ab/c"), "");
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, "b"), "b");
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, ""), "");
-  EXPECT_EQ(HABMPath::get_relative_path(*top_, "/u0/clk"), "u0/clk");
-  EXPECT_EQ(HABMPath::get_relative_path(*top_, "//u0/clk"), "u0/clk");
-  EXPECT_EQ(HABMPath::get_relative_path(*a_, "/a//"), "");
-}
-
-TEST_F(HABMPathFromBlock, AbsolutePathPutsRelativePathsUnderTheBlock) {
-  EXPECT_EQ(HABMPath::get_absolute_path(*a_, "b"), "/a/b");
-  EXPECT_EQ(HABMPath::get_absolute_path(*a_, "/x"), "/x");
-  EXPECT_EQ(HABMPath::get_absolute_path(*a_, ""), "");
-  EXPECT_EQ(HABMPath::get_absolute_path(*top_, "clk"), "/clk");
+  EXPECT_EQ(HABMPath::get_relative_path(a, "b"), "b");  // relative and absolute paths pass through
+  EXPECT_EQ(HABMPath::get_absolute_path(a, "/x"), "/x");
+  EXPECT_EQ(HABMPath::get_absolute_path(a, ""), "");
 }
 
 }  // namespace
