@@ -1,4 +1,5 @@
-// HABMJsonUtilsTest.cpp: tolerant typed reads of block model file members and their messages.
+// HABMJsonUtilsTest.cpp: the typed reads of block model file members: what each JSON value converts to,
+// and the messages of missing and mistyped members.
 #include "blockmodel/HABMJsonUtils.h"
 
 #include "msg/ComMsgMgr.h"
@@ -6,122 +7,84 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
+#include <sstream>
 #include <stdexcept>
 
 namespace {
 
-rapidjson::Document parse(char const* text) {
+rapidjson::Document parse(std::string const& text) {
   rapidjson::Document doc;
-  doc.Parse(text);
+  doc.Parse(text.c_str());
   EXPECT_FALSE(doc.HasParseError()) << text;
   return doc;
 }
 
-TEST(HABMJsonUtilsTest, BooleansReadFromBooleansAndIntegersButStringsAreFalse) {
-  struct {
-    char const* json;
-    bool ok;
-    bool value;
-  } const cases[] = {
-      {R"({"valid":true})", true, true},
-      {R"({"valid":"true"})", true, false},
-      {R"({"valid":0})", true, false},
-      {R"({"valid":5000000000})", true, true},
-      {R"({"valid":1.5})", false, true},
-      {R"({"valid":null})", false, true},
-      {R"({"valid":18446744073709551615})", false, true},
+// What one getter makes of member "m" of `doc`: the value read, as text; "-" when the getter refused, which
+// leaves the default alone; or the exception it threw.
+template <class T, class Get>
+std::string attempt(rapidjson::Document const& doc, T value, Get get) {
+  T const fallback = value;
+  try {
+    if (!get(doc, "m", value, false)) {
+      EXPECT_EQ(value, fallback);
+      return "-";
+    }
+  } catch (std::invalid_argument const&) {
+    return "invalid";
+  } catch (std::out_of_range const&) {
+    return "out of range";
+  }
+  std::ostringstream text;
+  text << std::boolalpha << value;
+  return text.str();
+}
+
+TEST(HABMJsonUtilsTest, EachGetterConvertsWhatItCanAndLeavesItsDefaultOtherwise) {
+  // The JSON text of member "m" (null for no member), then what each getter makes of it.
+  char const* const cases[][4] = {
+      {"true", "true", "1", "true"},
+      {"0", "false", "0", "0"},
+      {"5000000000", "true", "705032704", "5000000000"},  // an int keeps the low 32 bits
+      {"-5000000000", "true", "-705032704", "-5000000000"},
+      {"18446744073709551615", "-", "-", "-"},
+      {"1.5", "-", "-", "-"},
+      {"null", "-", "-", "-"},
+      {R"("true")", "false", "invalid", "true"},  // a string never reads as true
+      {R"(" -7x")", "false", "-7", " -7x"},       // an int reads the leading number
+      {R"("9999999999")", "false", "out of range", "9999999999"},
+      {R"(["ab",1,"cd"])", "-", "-", "abcd"},  // a string joins the pieces of an array
+      {nullptr, "-", "-", "-"},
   };
-  for (auto const& c : cases) {
-    auto const doc = parse(c.json);
-    bool value = true;  // the default, left alone on failure
-    EXPECT_EQ(HABMJsonUtils::getJsonBoolean(doc, "valid", value, true), c.ok) << c.json;
-    EXPECT_EQ(value, c.value) << c.json;
+  for (auto const& [member, asBoolean, asInt, asString] : cases) {
+    std::string const text = member == nullptr ? "{}" : std::string(R"({"m":)") + member + "}";
+    SCOPED_TRACE(text);
+    auto const doc = parse(text);
+    EXPECT_STREQ(attempt(doc, true, HABMJsonUtils::getJsonBoolean).c_str(), asBoolean);
+    EXPECT_STREQ(attempt(doc, 99, HABMJsonUtils::getJsonInt).c_str(), asInt);
+    EXPECT_STREQ(attempt(doc, std::string("default"), HABMJsonUtils::getJsonString).c_str(), asString);
   }
 }
 
-TEST(HABMJsonUtilsTest, IntegersKeepTheirLow32BitsAndStringsReadTheirLeadingNumber) {
-  struct {
-    char const* json;
-    bool ok;
-    int value;
-  } const cases[] = {
-      {R"({"n":7})", true, 7},
-      {R"({"n":"7"})", true, 7},
-      {R"({"n":" -7x"})", true, -7},
-      {R"({"n":true})", true, 1},
-      {R"({"n":5000000000})", true, 705032704},
-      {R"({"n":-1.0})", false, 99},
-      {R"({"n":{}})", false, 99},
-  };
-  for (auto const& c : cases) {
-    auto const doc = parse(c.json);
-    int value = 99;
-    EXPECT_EQ(HABMJsonUtils::getJsonInt(doc, "n", value, false), c.ok) << c.json;
-    EXPECT_EQ(value, c.value) << c.json;
-  }
-  int value = 0;
-  EXPECT_THROW(HABMJsonUtils::getJsonInt(parse(R"({"n":"x"})"), "n", value, false), std::invalid_argument);
-  EXPECT_THROW(HABMJsonUtils::getJsonInt(parse(R"({"n":"9999999999"})"), "n", value, false),
-               std::out_of_range);
-}
-
-TEST(HABMJsonUtilsTest, StringsReadFromScalarsAndJoinArraysOfPieces) {
-  struct {
-    char const* json;
-    bool ok;
-    char const* value;
-  } const cases[] = {
-      {R"({"value":"x"})", true, "x"},
-      {R"({"value":12})", true, "12"},
-      {R"({"value":-5000000000})", true, "-5000000000"},
-      {R"({"value":true})", true, "true"},
-      {R"({"value":["ab",1,"cd"]})", true, "abcd"},
-      {R"({"value":[]})", true, ""},
-      {R"({"value":1.5})", false, "default"},
-      {R"({"other":"x"})", false, "default"},
-  };
-  for (auto const& c : cases) {
-    auto const doc = parse(c.json);
-    std::string value = "default";
-    EXPECT_EQ(HABMJsonUtils::getJsonString(doc, "value", value, false), c.ok) << c.json;
-    EXPECT_EQ(value, c.value) << c.json;
-  }
-}
-
-TEST(HABMJsonUtilsTest, MissingAndMistypedMembersSendTheirMessages) {
+TEST(HABMJsonUtilsTest, MissingAndMistypedMembersSendTheirMessagesAndTheFirstOfTwinsCounts) {
+  auto const doc = parse(R"({"a":null,"b":1.5,"twin":"first","twin":"second"})");
+  std::string text;
+  int number = 0;
   ComMsgCapture capture;
-  std::string s;
-  auto const doc = parse(R"({"a":null,"b":1.5,"dup":"first","dup":"second"})");
-  EXPECT_FALSE(HABMJsonUtils::getJsonString(doc, "missing", s, false));  // optional: silent
-  EXPECT_TRUE(capture.records().empty());
-  EXPECT_EQ(HABMJsonUtils::getJsonValue(doc, "missing", true), nullptr);
-  EXPECT_FALSE(HABMJsonUtils::getJsonString(doc, "a", s, true));  // present but null: a type error
-  EXPECT_FALSE(HABMJsonUtils::getJsonString(doc, "b", s, false));
-  ASSERT_EQ(capture.records().size(), 3U);
-  EXPECT_EQ(capture.records()[0].format, "@90-9@%s");
-  EXPECT_EQ(capture.records()[0].args, std::vector<std::string>{"missing"});
-  EXPECT_EQ(capture.records()[1].format, "@90-8@%s%s");
-  EXPECT_EQ(capture.records()[1].args, (std::vector<std::string>{"null", "a"}));
-  EXPECT_EQ(capture.records()[2].args, (std::vector<std::string>{"number", "b"}));
+  EXPECT_FALSE(HABMJsonUtils::getJsonString(doc, "missing", text, false));  // optional: silent
+  EXPECT_FALSE(HABMJsonUtils::getJsonString(doc, "missing", text, true));
+  EXPECT_FALSE(HABMJsonUtils::getJsonString(doc, "a", text, false));  // present but null: a type error
+  EXPECT_FALSE(HABMJsonUtils::getJsonInt(doc, "b", number, false));
+  std::vector<std::vector<std::string>> sent;
   for (auto const& r : capture.records()) {
     EXPECT_EQ(r.mask, 0x20000000U);
     EXPECT_EQ(r.domain, "blockmodel");
+    sent.push_back(r.args);
+    sent.back().insert(sent.back().begin(), r.format);
   }
-  ASSERT_TRUE(HABMJsonUtils::getJsonString(doc, "dup", s, true));
-  EXPECT_EQ(s, "first");
-  // A value that is not an object has no members.
-  EXPECT_EQ(HABMJsonUtils::getJsonValue(parse("[1]"), "a", false), nullptr);
-}
-
-TEST(HABMJsonUtilsTest, KeyTextsAndSchema) {
-  EXPECT_EQ(HABMJsonUtils::STR_MODULE_NAME(), "module_name");
-  EXPECT_EQ(HABMJsonUtils::STR_TOP_BLOCK(), "top_block");
-  EXPECT_EQ(HABMJsonUtils::STR_ADDRESS_BLOCK_REF(), "address_block_ref");
-  EXPECT_EQ(HABMJsonUtils::SCHEMA_VENDOR() + ":" + HABMJsonUtils::SCHEMA_LIBRARY() + ":" +
-                HABMJsonUtils::SCHEMA_NAME() + ":" + HABMJsonUtils::SCHEMA_VERSION(),
-            "tessel:schema:block_model:1.0");
-  EXPECT_EQ(HABMJsonUtils::decodeInt(-42), "-42");
-  EXPECT_EQ(HABMJsonUtils::decodeInt64(INT64_MIN), "-9223372036854775808");
+  EXPECT_EQ(sent, (std::vector<std::vector<std::string>>{
+                      {"@90-9@%s", "missing"}, {"@90-8@%s%s", "null", "a"}, {"@90-8@%s%s", "number", "b"}}));
+  ASSERT_TRUE(HABMJsonUtils::getJsonString(doc, "twin", text, true));
+  EXPECT_EQ(text, "first");
 }
 
 }  // namespace

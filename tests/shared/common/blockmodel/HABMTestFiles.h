@@ -45,12 +45,6 @@ class TempDirTest : public ::testing::Test {
 
   std::string path(std::string const& name) const { return (dir_ / name).string(); }
 
-  /// Reads `topBlock`, the text of a "top_block" object, into a new block; null when the read fails.
-  std::unique_ptr<HABMBlock> read(std::string const& topBlock) const {
-    put(path("in.bm"), R"({"top_block":)" + topBlock + "}");
-    return HABMBlock::readTopBlock(HUTFile(path("in.bm")));
-  }
-
   /// The bytes a one-line write of `top` gives.
   std::string written(HABMBlock const& top) const {
     EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("out.bm")), top, false));
@@ -58,20 +52,16 @@ class TempDirTest : public ::testing::Test {
   }
 
   /// Writes `tree` to `name`, reads it back into an equal tree, and checks that a second write gives the
-  /// same bytes; returns the tree read, null when the read failed.
-  std::unique_ptr<HABMBlock> roundTrip(HABMBlock const& tree, std::string const& name) const {
-    EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path(name)), tree, false)) << name;
-    auto back = HABMBlock::readTopBlock(HUTFile(path(name)));
-    if (back == nullptr) {
-      ADD_FAILURE() << "could not read back " << name;
-      return back;
-    }
+  /// same bytes.
+  void roundTrip(HABMBlock const& tree, std::string const& name) const {
+    ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path(name)), tree, false)) << name;
+    auto const back = HABMBlock::readTopBlock(HUTFile(path(name)));
+    ASSERT_NE(back, nullptr) << "could not read back " << name;
     EXPECT_EQ(back->check(), std::vector<std::string>());
     EXPECT_EQ(back->getInstanceName(), "");
     expectSameTree(tree, *back);
-    EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("again_" + name)), *back, false));
+    ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("again_" + name)), *back, false));
     EXPECT_EQ(bytes(path(name)), bytes(path("again_" + name))) << name;
-    return back;
   }
 
   std::filesystem::path dir_;
