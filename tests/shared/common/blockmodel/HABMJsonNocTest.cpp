@@ -20,6 +20,11 @@ class HABMJsonNoc : public habm_test::TempDirTest {
   std::unique_ptr<HABMBlock> example() const {
     return HABMBlock::readTopBlock(HUTFile(std::string(MZ_EXAMPLES_DIR) + "/noc.bm"));
   }
+  // Reads `topBlock`, the text of a "top_block" object; null when the read fails.
+  std::unique_ptr<HABMBlock> read(std::string const& topBlock) const {
+    habm_test::put(path("in.bm"), R"({"top_block":)" + topBlock + "}");
+    return HABMBlock::readTopBlock(HUTFile(path("in.bm")));
+  }
   // A top block with an NMU and an NSU of `protocol` and the given link object.
   std::string design(char const* protocol, std::string const& link) const {
     std::string const nocs =
