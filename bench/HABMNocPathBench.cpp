@@ -1,10 +1,10 @@
 // HABMNocPathBench.cpp: finding every NoC path of a design whose subsystems each send through a virtual
 // interface on their boundary to the next one's NSU; the cost per path should not grow with the design.
-#include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMNocPath.h"
 
+#include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMNocConnection.h"
 #include "blockmodel/HABMNocInterface.h"
-#include "blockmodel/HABMNocPath.h"
 
 #include <benchmark/benchmark.h>
 
@@ -33,8 +33,8 @@ std::unique_ptr<HABMBlock> design(std::size_t subsystems) {
     sub->createNocConnection("core/nmu", "vnmu", true);
   }
   for (std::size_t i = 0; i < subsystems; ++i) {
-    top->createNocConnection("s" + std::to_string(i) + "/vnmu", "s" + std::to_string((i + 1) % subsystems) + "/nsu",
-                             true);
+    top->createNocConnection("s" + std::to_string(i) + "/vnmu",
+                             "s" + std::to_string((i + 1) % subsystems) + "/nsu", true);
   }
   return top;
 }

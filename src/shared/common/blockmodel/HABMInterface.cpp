@@ -35,7 +35,6 @@ std::string const& HABMChildName<HABMPortMap>::of(HABMPortMap const& portMap) {
 namespace {
 
 using PortMapKind = habm_detail::Kind<habm_detail::ChildKind::PORT_MAP>;
-using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::INTERFACE_PARAMETER>;
 
 // The library and name parts of a bus definition, which alone decide its type, the definition written
 // for a type, and the logical name of its main signal.
@@ -305,28 +304,6 @@ void HABMInterface::setApertures(std::set<HABMAddrAperture> const& apertures, bo
   apertures_ = std::move(stored);
 }
 
-// Parameters.
-
-HABMParameter* HABMInterface::createParameter(std::string const& name, std::string const& value) {
-  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
-}
-HABMParameter* HABMInterface::getParameter(std::string const& name) const {
-  return parameters_.get(name);
-}
-std::vector<HABMParameter*> HABMInterface::getParameters() const {
-  return parameters_.list();
-}
-HABMParameter* HABMInterface::setParameter(std::string const& name, std::string const& value,
-                                           bool const& create) {
-  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
-}
-bool HABMInterface::removeParameter(std::string const& name) {
-  return habm_detail::removeChild<ParameterKind>(*this, name);
-}
-void HABMInterface::clearParameters() {
-  parameters_.clear();
-}
-
 // Port maps.
 
 HABMPortMap* HABMInterface::createPortMap(std::string const& logicalName, std::string const& physicalName) {
@@ -515,10 +492,7 @@ void HABMInterface::clone(HABMInterface const& source) {
   memoryMapRef_ = source.memoryMapRef_;
   baseAddress_ = source.baseAddress_;
   apertures_ = source.apertures_;
-  clearParameters();
-  for (HABMParameter const* parameter : source.getParameters()) {
-    createParameter(parameter->getName(), parameter->getValue());
-  }
+  cloneParameters(source);
   clearPortMaps();
   for (HABMPortMap const* portMap : source.getPortMaps()) {
     if (HABMPortMap* copy = createPortMap(portMap->getLogName(), std::string())) {

@@ -5,6 +5,7 @@
 #include "blockmodel/HABMAddrAperture.h"
 #include "blockmodel/HABMAddrValue.h"
 #include "blockmodel/HABMChildList.h"
+#include "blockmodel/HABMParameterList.h"
 
 #include <memory>
 #include <set>
@@ -29,7 +30,7 @@ struct HABMChildName<HABMPortMap> {
 /// A named bundle of a block's ports that follows a bus definition. The type is never stored: it is read
 /// from the VLNV on every call. The interface owns its parameters and port maps and names an address
 /// space or a memory map of its block by text. Made only by HABMBlock::createInterface; not copyable.
-class HABMInterface {
+class HABMInterface : public HABMParameterList<HABMInterface> {
  public:
   /// Bus types; the numbers matter, the predicates test ranges of them. TYPE_UNKNOWN is every other bus.
   enum InterfaceType {
@@ -168,21 +169,6 @@ class HABMInterface {
   /// are dropped silently, the others are stored less the base.
   void setApertures(std::set<HABMAddrAperture> const& apertures, bool const& relative);
 
-  // Parameters: the name must be non-empty, hold no "/" and be free.
-
-  /// Appends a parameter; null when the name is refused. The interface owns the result.
-  HABMParameter* createParameter(std::string const& name, std::string const& value);
-  /// The first parameter of that exact name, or null.
-  HABMParameter* getParameter(std::string const& name) const;
-  /// The parameters in creation order; the interface keeps ownership.
-  std::vector<HABMParameter*> getParameters() const;
-  /// Sets an existing parameter's value, or creates it when `create` is set; null otherwise.
-  HABMParameter* setParameter(std::string const& name, std::string const& value, bool const& create);
-  /// Destroys the first parameter of that name; false, silently, when there is none.
-  bool removeParameter(std::string const& name);
-  /// Destroys every parameter, silently.
-  void clearParameters();
-
   // Port maps: the logical name must be non-empty, hold no "/" and be free; physical names may repeat.
 
   /// Appends a port map; null when the logical name is refused. The interface owns the result.
@@ -260,7 +246,6 @@ class HABMInterface {
   std::string memoryMapRef_;
   HABMAddrValue baseAddress_;
   std::set<HABMAddrAperture> apertures_;
-  HABMChildList<HABMParameter> parameters_;
   HABMChildList<HABMPortMap> portMaps_;
   std::shared_ptr<HABMAbstractionDefinition> abstractionDefinition_;
 };

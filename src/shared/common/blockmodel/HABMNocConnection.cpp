@@ -13,7 +13,6 @@
 
 #include <utility>
 
-using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::NOC_CONNECTION_PARAMETER>;
 using I = HABMNocInterface;
 
 namespace {
@@ -270,37 +269,14 @@ bool HABMNocConnection::hasRswAncestor() const {
          (target != nullptr && target->getRswAncestor() != nullptr);
 }
 
-// Parameters.
-
-HABMParameter* HABMNocConnection::createParameter(std::string const& name, std::string const& value) {
-  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
-}
-HABMParameter* HABMNocConnection::getParameter(std::string const& name) const {
-  return parameters_.get(name);
-}
-std::vector<HABMParameter*> HABMNocConnection::getParameters() const {
-  return parameters_.list();
-}
-HABMParameter* HABMNocConnection::setParameter(std::string const& name, std::string const& value,
-                                               bool const& create) {
-  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
-}
-bool HABMNocConnection::removeParameter(std::string const& name) {
-  return habm_detail::removeChild<ParameterKind>(*this, name);
-}
-void HABMNocConnection::clearParameters() {
-  parameters_.clear();
-}
+// Properties.
 
 void HABMNocConnection::cloneProperties(HABMNocConnection const& source) {
   if (&source == this) {
     return;
   }
   remaps_ = source.remaps_;
-  clearParameters();
-  for (HABMParameter const* parameter : source.parameters_) {
-    createParameter(parameter->getName(), parameter->getValue());
-  }
+  cloneParameters(source);
 }
 
 void HABMNocConnection::resetProperties() {

@@ -8,6 +8,7 @@
 #include "blockmodel/HABMChildList.h"
 #include "blockmodel/HABMInterfaceConnection.h"
 #include "blockmodel/HABMNocInterface.h"
+#include "blockmodel/HABMParameterList.h"
 
 #include <map>
 #include <set>
@@ -23,6 +24,7 @@ class HABMParameter;
 /// HABMBlock::createNocConnection; not copyable.
 class HABMNocConnection : public HCWWaiverProxyElem,
                           public HABMInterfaceConnection,
+                          public HABMParameterList<HABMNocConnection>,
                           private HABMCachedObject<HABMNocConnection> {
  public:
   /// How writes are ordered on the link.
@@ -105,21 +107,6 @@ class HABMNocConnection : public HCWWaiverProxyElem,
   bool getEditable() const { return editable_; }
   /// Stores the flag.
   void setEditable(bool const& editable) { editable_ = editable; }
-  /// True when the link has a parameter.
-  bool hasParameters() const { return !parameters_.empty(); }
-  /// Appends a parameter whose name, in upper case, is valid for this link (see getValidParameterNames)
-  /// and free; null otherwise. The spelling given is kept. The link owns the result.
-  HABMParameter* createParameter(std::string const& name, std::string const& value);
-  /// The first parameter of that exact name, or null.
-  HABMParameter* getParameter(std::string const& name) const;
-  /// The parameters in creation order; the link keeps ownership.
-  std::vector<HABMParameter*> getParameters() const;
-  /// Sets an existing parameter's value, or creates it when `create` is set; null otherwise.
-  HABMParameter* setParameter(std::string const& name, std::string const& value, bool const& create);
-  /// Destroys the first parameter of that name; false, silently, when there is none.
-  bool removeParameter(std::string const& name);
-  /// Destroys every parameter, silently.
-  void clearParameters();
   /// Copies the remaps and re-creates the source's parameters in order, as far as this link takes them.
   void cloneProperties(HABMNocConnection const& source);
   /// Drops the remaps and the parameters.
@@ -135,6 +122,5 @@ class HABMNocConnection : public HCWWaiverProxyElem,
   void clone(HABMNocConnection const& source);
 
   std::set<HABMAddrRemap> remaps_;
-  HABMChildList<HABMParameter> parameters_;
   bool editable_ = false;
 };

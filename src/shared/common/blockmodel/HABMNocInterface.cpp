@@ -16,7 +16,6 @@
 
 #include <utility>
 
-using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::NOC_INTERFACE_PARAMETER>;
 using I = HABMNocInterface;
 
 namespace {
@@ -324,28 +323,6 @@ HABMBlock const* HABMNocInterface::getRswAncestor() const {
   return parent_ == nullptr ? nullptr : parent_->getRswAncestor();
 }
 
-// Parameters.
-
-HABMParameter* HABMNocInterface::createParameter(std::string const& name, std::string const& value) {
-  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
-}
-HABMParameter* HABMNocInterface::getParameter(std::string const& name) const {
-  return parameters_.get(name);
-}
-std::vector<HABMParameter*> HABMNocInterface::getParameters() const {
-  return parameters_.list();
-}
-HABMParameter* HABMNocInterface::setParameter(std::string const& name, std::string const& value,
-                                              bool const& create) {
-  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
-}
-bool HABMNocInterface::removeParameter(std::string const& name) {
-  return habm_detail::removeChild<ParameterKind>(*this, name);
-}
-void HABMNocInterface::clearParameters() {
-  parameters_.clear();
-}
-
 // Connections.
 
 void HABMNocInterface::getConnections(std::vector<HABMNocConnection*>& sources,
@@ -415,8 +392,5 @@ void HABMNocInterface::clone(HABMNocInterface const& source) {
   destId_ = source.destId_;
   tdestId_ = source.tdestId_;
   editable_ = source.editable_;
-  clearParameters();
-  for (HABMParameter const* parameter : source.parameters_) {
-    createParameter(parameter->getName(), parameter->getValue());
-  }
+  cloneParameters(source);
 }

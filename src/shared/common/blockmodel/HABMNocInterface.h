@@ -7,6 +7,7 @@
 #include "blockmodel/HABMAddrValue.h"
 #include "blockmodel/HABMCachedObject.h"
 #include "blockmodel/HABMChildList.h"
+#include "blockmodel/HABMParameterList.h"
 
 #include <cstdint>
 #include <set>
@@ -22,7 +23,9 @@ class HABMParameter;
 /// An entry to (NMU), an exit from (NSU) or a virtual stand-in on a hierarchy boundary for (VNMU, VNSU)
 /// the network on chip, kept on a block beside its bus interfaces. Connections name it by path. Made only
 /// by HABMBlock::createNocInterface; not copyable.
-class HABMNocInterface : public HCWWaiverProxyElem, private HABMCachedObject<HABMNocInterface> {
+class HABMNocInterface : public HCWWaiverProxyElem,
+                         public HABMParameterList<HABMNocInterface>,
+                         private HABMCachedObject<HABMNocInterface> {
  public:
   /// Where traffic enters (NMU) or leaves (NSU) the network; the virtual forms stand for one elsewhere.
   enum NocMode { MODE_NMU, MODE_NSU, MODE_VNMU, MODE_VNSU, MODE_UNKNOWN };
@@ -191,21 +194,6 @@ class HABMNocInterface : public HCWWaiverProxyElem, private HABMCachedObject<HAB
   /// The block's nearest run-time swapped ancestor, or null.
   HABMBlock const* getRswAncestor() const;
 
-  // Parameters: the name must be non-empty, hold no "/" and be free.
-
-  /// Appends a parameter; null when the name is refused. The interface owns the result.
-  HABMParameter* createParameter(std::string const& name, std::string const& value);
-  /// The first parameter of that exact name, or null.
-  HABMParameter* getParameter(std::string const& name) const;
-  /// The parameters in creation order; the interface keeps ownership.
-  std::vector<HABMParameter*> getParameters() const;
-  /// Sets an existing parameter's value, or creates it when `create` is set; null otherwise.
-  HABMParameter* setParameter(std::string const& name, std::string const& value, bool const& create);
-  /// Destroys the first parameter of that name; false, silently, when there is none.
-  bool removeParameter(std::string const& name);
-  /// Destroys every parameter, silently.
-  void clearParameters();
-
   // Connections, found on the block and every block above it; "source" drives this interface.
 
   /// Fills `sources` with the connections that drive this interface and `targets` with those it drives,
@@ -239,7 +227,6 @@ class HABMNocInterface : public HCWWaiverProxyElem, private HABMCachedObject<HAB
   std::string memoryMapRef_;
   std::set<HABMAddrAperture> apertures_;
   std::string location_;
-  HABMChildList<HABMParameter> parameters_;
   std::int32_t destId_ = -1;
   std::string tdestId_;
   bool editable_ = false;

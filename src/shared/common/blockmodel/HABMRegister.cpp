@@ -11,7 +11,6 @@
 #include <utility>
 
 using FieldKind = habm_detail::Kind<habm_detail::ChildKind::REGISTER_FIELD>;
-using ParameterKind = habm_detail::Kind<habm_detail::ChildKind::REGISTER_PARAMETER>;
 
 namespace {
 
@@ -54,31 +53,6 @@ void HABMRegister::clearFields() {
   fields_.clear();
 }
 
-HABMParameter* HABMRegister::createParameter(std::string const& name, std::string const& value) {
-  return habm_detail::createChild<ParameterKind>(*this, name, false, value).child;
-}
-
-HABMParameter* HABMRegister::getParameter(std::string const& name) const {
-  return parameters_.get(name);
-}
-
-std::vector<HABMParameter*> HABMRegister::getParameters() const {
-  return parameters_.list();
-}
-
-bool HABMRegister::removeParameter(std::string const& name) {
-  return habm_detail::removeChild<ParameterKind>(*this, name);
-}
-
-void HABMRegister::clearParameters() {
-  parameters_.clear();
-}
-
-HABMParameter* HABMRegister::setParameter(std::string const& name, std::string const& value,
-                                          bool const& create) {
-  return habm_detail::setChildValue<ParameterKind>(*this, name, value, create);
-}
-
 void HABMRegister::clone(HABMRegister const& source) {
   description_ = source.description_;
   access_ = source.access_;
@@ -92,10 +66,7 @@ void HABMRegister::clone(HABMRegister const& source) {
       to->clone(*from);
     }
   }
-  clearParameters();
-  for (HABMParameter const* from : source.parameters_) {
-    createParameter(from->getName(), from->getValue());
-  }
+  cloneParameters(source);
 }
 
 HABMRegister::RegisterAccess HABMRegister::encodeRegisterAccess(std::string text) {

@@ -3,6 +3,7 @@
 
 #include "blockmodel/HABMAddrValue.h"
 #include "blockmodel/HABMChildList.h"
+#include "blockmodel/HABMParameterList.h"
 
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@ class HABMRegisterField;
 /// A named word inside an address block. The model only stores it: offset, width, values and fields are
 /// not checked against each other. Only the address block makes one; the register owns its fields and
 /// parameters.
-class HABMRegister {
+class HABMRegister : public HABMParameterList<HABMRegister> {
  public:
   /// The permitted access; the same words as an address block's access, kept as a type of its own.
   enum RegisterAccess {
@@ -76,21 +77,6 @@ class HABMRegister {
   /// Destroys every field, silently.
   void clearFields();
 
-  /// Appends a parameter; null, with a failure trace, for an empty name, a name with "/" or a taken name.
-  /// The register owns the result.
-  HABMParameter* createParameter(std::string const& name, std::string const& value);
-  /// The first parameter of that exact name, or null.
-  HABMParameter* getParameter(std::string const& name) const;
-  /// The parameters in creation order; the register keeps ownership.
-  std::vector<HABMParameter*> getParameters() const;
-  /// Destroys the first parameter of that name; false, silently, when there is none.
-  bool removeParameter(std::string const& name);
-  /// Destroys every parameter, silently.
-  void clearParameters();
-  /// Sets the value of an existing parameter, or creates it when `create` is set; null when missing and not
-  /// created, or when the name is refused.
-  HABMParameter* setParameter(std::string const& name, std::string const& value, bool const& create);
-
   /// "read_write", "read_only", "write_only", "writeonce" or "read_writeonce", in any case and with "-"
   /// for "_"; ACCESS_UNKNOWN otherwise.
   static RegisterAccess encodeRegisterAccess(std::string text);
@@ -115,5 +101,4 @@ class HABMRegister {
   HABMAddrValue value_;
   HABMAddrValue reset_;
   HABMChildList<HABMRegisterField> fields_;
-  HABMChildList<HABMParameter> parameters_;
 };

@@ -123,11 +123,28 @@ struct Parentless {
   }
 };
 
+/// What the kinds of (name, value) children share: made from a name and a value; read from a file with an
+/// empty value and copied through the owner's creator, whose rules and traces they keep.
+template <class Self, class OnOwner, class T>
+struct NamedValueKind : OnOwner, Parentless {
+  using Child = T;
+  using Owner = typename OnOwner::Owner;
+  static constexpr char const* LABEL = nullptr;
+  static std::unique_ptr<T> make(Owner&, std::string const& name, std::string const& value) {
+    return std::make_unique<T>(name, value);
+  }
+  static T* createFromFile(Owner& owner, std::string const& name) {
+    return createChild<Self>(owner, name, false, std::string()).child;
+  }
+  static void cloneInto(Owner& owner, T const& source) {
+    createChild<Self>(owner, source.getName(), false, source.getValue());
+  }
+};
+
 // The records, one per kind.
 
 template <>
-struct Kind<ChildKind::ATTRIBUTE> : OnBlock, Parentless {
-  using Child = HABMAttribute;
+struct Kind<ChildKind::ATTRIBUTE> : NamedValueKind<Kind<ChildKind::ATTRIBUTE>, OnBlock, HABMAttribute> {
   static constexpr ChildTexts TEXTS{"Created attribute '%s' on block '%s'.\n", TRACE_CHILD,
                                     "Failed to create attribute '%s' on block '%s'.\n",
                                     "Removed attribute '%s' from block '%s'.\n", TRACE_CHILD};
@@ -138,20 +155,10 @@ struct Kind<ChildKind::ATTRIBUTE> : OnBlock, Parentless {
   static auto& list(O& owner) {
     return owner.attributes_;
   }
-  static std::unique_ptr<Child> make(HABMBlock&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMBlock& owner, std::string const& name) {
-    return owner.createAttribute(name, std::string());
-  }
-  static void cloneInto(HABMBlock& owner, Child const& source) {
-    owner.createAttribute(source.getName(), source.getValue());
-  }
 };
 
 template <>
-struct Kind<ChildKind::GENERIC> : OnBlock, Parentless {
-  using Child = HABMGeneric;
+struct Kind<ChildKind::GENERIC> : NamedValueKind<Kind<ChildKind::GENERIC>, OnBlock, HABMGeneric> {
   static constexpr ChildTexts TEXTS{"Created generic '%s' on block '%s'.\n", TRACE_CHILD,
                                     "Failed to create generic '%s' on block '%s'.\n",
                                     "Removed generic '%s' from block '%s'.\n", TRACE_CHILD};
@@ -162,20 +169,10 @@ struct Kind<ChildKind::GENERIC> : OnBlock, Parentless {
   static auto& list(O& owner) {
     return owner.generics_;
   }
-  static std::unique_ptr<Child> make(HABMBlock&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMBlock& owner, std::string const& name) {
-    return owner.createGeneric(name, std::string());
-  }
-  static void cloneInto(HABMBlock& owner, Child const& source) {
-    owner.createGeneric(source.getName(), source.getValue());
-  }
 };
 
 template <>
-struct Kind<ChildKind::PARAMETER> : OnBlock, Parentless {
-  using Child = HABMParameter;
+struct Kind<ChildKind::PARAMETER> : NamedValueKind<Kind<ChildKind::PARAMETER>, OnBlock, HABMParameter> {
   static constexpr ChildTexts TEXTS{"Created parameter '%s' on block '%s'.\n", TRACE_CHILD,
                                     "Failed to create parameter '%s' on block '%s'.\n",
                                     "Removed parameter '%s' from block '%s'.\n", TRACE_CHILD};
@@ -185,15 +182,6 @@ struct Kind<ChildKind::PARAMETER> : OnBlock, Parentless {
   template <class O>
   static auto& list(O& owner) {
     return owner.parameters_;
-  }
-  static std::unique_ptr<Child> make(HABMBlock&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMBlock& owner, std::string const& name) {
-    return owner.createParameter(name, std::string());
-  }
-  static void cloneInto(HABMBlock& owner, Child const& source) {
-    owner.createParameter(source.getName(), source.getValue());
   }
 };
 
@@ -499,43 +487,29 @@ struct Kind<ChildKind::ADDR_ASSIGN> : OnBlock {
 };
 
 template <>
-struct Kind<ChildKind::PORT_ATTRIBUTE> : OnPort, Parentless {
-  using Child = HABMAttribute;
+struct Kind<ChildKind::PORT_ATTRIBUTE>
+    : NamedValueKind<Kind<ChildKind::PORT_ATTRIBUTE>, OnPort, HABMAttribute> {
   // The second conversion of the remove text is malformed; the message manager prints what it can.
   static constexpr ChildTexts TEXTS{"Created attribute '%s' on port '%s'.\n", TRACE_CHILD,
                                     "Failed to create attribute '%s' on port '%s'.\n",
                                     "Removed attribute '%s' from port '%'.\n", TRACE_CHILD};
-  static constexpr char const* LABEL = nullptr;
   static std::string const& key() { return HABMJsonUtils::STR_ATTRIBUTES(); }
   template <class O>
   static auto& list(O& owner) {
     return owner.attributes_;
   }
-  static std::unique_ptr<Child> make(HABMPort&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMPort& owner, std::string const& name) {
-    return owner.createAttribute(name, std::string());
-  }
 };
 
 template <>
-struct Kind<ChildKind::INTERFACE_PARAMETER> : OnInterface, Parentless {
-  using Child = HABMParameter;
+struct Kind<ChildKind::INTERFACE_PARAMETER>
+    : NamedValueKind<Kind<ChildKind::INTERFACE_PARAMETER>, OnInterface, HABMParameter> {
   static constexpr ChildTexts TEXTS{"Created parameter '%s' on interface '%s'.\n", TRACE_CHILD,
                                     "Failed to create parameter '%s' on interface '%s'.\n",
                                     "Removed parameter '%s' from interface '%s'.\n", TRACE_CHILD};
-  static constexpr char const* LABEL = nullptr;
   static std::string const& key() { return HABMJsonUtils::STR_PARAMETERS(); }
   template <class O>
   static auto& list(O& owner) {
     return owner.parameters_;
-  }
-  static std::unique_ptr<Child> make(HABMInterface&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMInterface& owner, std::string const& name) {
-    return owner.createParameter(name, std::string());
   }
 };
 
@@ -670,60 +644,44 @@ struct Kind<ChildKind::REGISTER_FIELD> : OnAddrObject<HABMRegister> {
 };
 
 template <>
-struct Kind<ChildKind::REGISTER_PARAMETER> : OnAddrObject<HABMRegister>, Parentless {
-  using Child = HABMParameter;
+struct Kind<ChildKind::REGISTER_PARAMETER>
+    : NamedValueKind<Kind<ChildKind::REGISTER_PARAMETER>, OnAddrObject<HABMRegister>, HABMParameter> {
   // A register's parameters trace their removal with the block mask.
   static constexpr ChildTexts TEXTS{"Created parameter '%s' on register '%s'.\n", TRACE_CHILD,
                                     "Failed to create parameter '%s' on register '%s'.\n",
                                     "Removed parameter '%s' from register '%s'.\n", TRACE_BLOCK};
-  static constexpr char const* LABEL = nullptr;
   static std::string const& key() { return HABMJsonUtils::STR_PARAMETERS(); }
   template <class O>
   static auto& list(O& owner) {
     return owner.parameters_;
   }
-  static std::unique_ptr<Child> make(HABMRegister&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMRegister& owner, std::string const& name) {
-    return owner.createParameter(name, std::string());
-  }
 };
 
 template <>
-struct Kind<ChildKind::NOC_INTERFACE_PARAMETER> : OnAddrObject<HABMNocInterface>, Parentless {
-  using Child = HABMParameter;
+struct Kind<ChildKind::NOC_INTERFACE_PARAMETER>
+    : NamedValueKind<Kind<ChildKind::NOC_INTERFACE_PARAMETER>, OnAddrObject<HABMNocInterface>,
+                     HABMParameter> {
   static constexpr ChildTexts TEXTS{"Created parameter '%s' on interface '%s'.\n", TRACE_CHILD,
                                     "Failed to create parameter '%s' on interface '%s'.\n",
                                     "Removed parameter '%s' from interface '%s'.\n", TRACE_CHILD};
-  static constexpr char const* LABEL = nullptr;
   static std::string const& key() { return HABMJsonUtils::STR_PARAMETERS(); }
   template <class O>
   static auto& list(O& owner) {
     return owner.parameters_;
-  }
-  static std::unique_ptr<Child> make(HABMNocInterface&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
-  }
-  static Child* createFromFile(HABMNocInterface& owner, std::string const& name) {
-    return owner.createParameter(name, std::string());
   }
 };
 
 template <>
-struct Kind<ChildKind::NOC_CONNECTION_PARAMETER> : OnAddrObject<HABMNocConnection>, Parentless {
-  using Child = HABMParameter;
+struct Kind<ChildKind::NOC_CONNECTION_PARAMETER>
+    : NamedValueKind<Kind<ChildKind::NOC_CONNECTION_PARAMETER>, OnAddrObject<HABMNocConnection>,
+                     HABMParameter> {
   static constexpr ChildTexts TEXTS{"Created parameter '%s' on noc connection '%s'.\n", TRACE_CHILD,
                                     "Failed to create parameter '%s' on noc connection '%s'.\n",
                                     "Removed parameter '%s' from noc connection '%s'.\n", TRACE_CHILD};
-  static constexpr char const* LABEL = nullptr;
   static std::string const& key() { return HABMJsonUtils::STR_PARAMETERS(); }
   template <class O>
   static auto& list(O& owner) {
     return owner.parameters_;
-  }
-  static std::unique_ptr<Child> make(HABMNocConnection&, std::string const& name, std::string const& value) {
-    return std::make_unique<Child>(name, value);
   }
   /// A link takes only the parameters of a primary link, in any spelling of the name.
   static bool accepts(HABMNocConnection const& owner, std::string const& name) {
@@ -732,7 +690,8 @@ struct Kind<ChildKind::NOC_CONNECTION_PARAMETER> : OnAddrObject<HABMNocConnectio
   /// Files of an older form name INITIAL_BOOT "SOC_BOOT".
   static Child* createFromFile(HABMNocConnection& owner, std::string const& name) {
     bool const older = boost::algorithm::iequals(name, "SOC_BOOT");
-    return owner.createParameter(older ? HABMNocConnection::INITIAL_BOOT() : name, std::string());
+    return createChild<Kind>(owner, older ? HABMNocConnection::INITIAL_BOOT() : name, false, std::string())
+        .child;
   }
 };
 
