@@ -22,13 +22,7 @@ constexpr habm_detail::EnumTable<HABMAddrBlock::MemoryType, HABMAddrBlock::TYPE_
       {HABMAddrBlock::TYPE_RESERVED, "reserved"}}}};
 static_assert(kMemoryTypes.complete(), "one text per address block memory type");
 
-constexpr habm_detail::EnumTable<HABMAddrBlock::MemoryAccess, HABMAddrBlock::ACCESS_UNKNOWN> kAccesses{
-    habm_detail::Fold::ACCESS,
-    {{{HABMAddrBlock::ACCESS_READ_WRITE, "read_write"},
-      {HABMAddrBlock::ACCESS_READ_ONLY, "read_only"},
-      {HABMAddrBlock::ACCESS_WRITE_ONLY, "write_only"},
-      {HABMAddrBlock::ACCESS_WRITEONCE, "writeonce"},
-      {HABMAddrBlock::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+constexpr auto kAccesses = habm_detail::accessTable<HABMAddrBlock, HABMAddrBlock::MemoryAccess>();
 static_assert(kAccesses.complete(), "one text per address block access");
 
 }  // namespace

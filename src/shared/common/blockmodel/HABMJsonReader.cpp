@@ -213,21 +213,28 @@ bool HABMJsonReader::unmarshalCollection(Value const* group, typename K::Owner& 
   return result;
 }
 
-template <class T>
-bool HABMJsonReader::unmarshalArray(Value const& object, std::string const& key, std::set<T>& items) const {
+template <class T, class Store>
+bool HABMJsonReader::unmarshalSet(Value const& object, std::string const& key, std::set<T> const& current,
+                                  Store&& store) const {
+  std::set<T> items;
+  if (!replacing()) {
+    items = current;
+  }
+  bool result = true;
   rapidjson::Value const* array = Keys::getJsonValue(object.json, key, false);
   // Anything but an array holds no elements to read.
-  if (array == nullptr || !array->IsArray()) {
-    return true;
-  }
-  for (auto const& element : array->GetArray()) {
-    T item;
-    if (!unmarshal(Value(element), item)) {
-      return false;
+  if (array != nullptr && array->IsArray()) {
+    for (auto const& element : array->GetArray()) {
+      T item;
+      if (!unmarshal(Value(element), item)) {
+        result = false;
+        break;
+      }
+      items.insert(item);
     }
-    items.insert(item);
   }
-  return true;
+  store(items);
+  return result;
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
@@ -477,13 +484,8 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMInterface& iface) const 
   HABMAddrValue base;
   readAddress(object.json, Keys::STR_BASE_ADDRESS(), "0x0", false, base);
   iface.setBaseAddress(base);
-  std::set<HABMAddrAperture> apertures;
-  if (!replacing()) {
-    apertures = iface.getApertures(true);
-  }
-  bool const aperturesRead = unmarshalArray(object, Keys::STR_ADDRESS_APERTURES(), apertures);
-  iface.setApertures(apertures, false);  // what was read before a failure stays
-  if (!aperturesRead) {
+  if (!unmarshalSet(object, Keys::STR_ADDRESS_APERTURES(), iface.getApertures(true),
+                    [&](std::set<HABMAddrAperture> const& read) { iface.setApertures(read, false); })) {
     return false;
   }
   return unmarshalCollection<Kind<ChildKind::INTERFACE_PARAMETER>>(&object, iface) &&
@@ -531,13 +533,8 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBridge& bridge) const {
     return false;
   }
   bridge.setTargetName(text);
-  std::set<HABMAddrRemap> remaps;
-  if (!replacing()) {
-    remaps = bridge.getRemaps();
-  }
-  bool const remapsRead = unmarshalArray(object, Keys::STR_ADDRESS_REMAPS(), remaps);
-  bridge.setRemaps(remaps);  // what was read before a failure stays
-  return remapsRead;
+  return unmarshalSet(object, Keys::STR_ADDRESS_REMAPS(), bridge.getRemaps(),
+                      [&](std::set<HABMAddrRemap> const& read) { bridge.setRemaps(read); });
 }
 
 // A remap has one range, the source's: the range in the target text is dropped.
@@ -590,13 +587,8 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMNocInterface& iface) con
   iface.setNocCategory(HABMNocInterface::encodeNocCategory(text));
   readText(object.json, Keys::STR_MEMORY_MAP_REF(), "", false, text);
   iface.setMemoryMapRef(text);
-  std::set<HABMAddrAperture> apertures;
-  if (!replacing()) {
-    apertures = iface.getApertures();
-  }
-  bool const aperturesRead = unmarshalArray(object, Keys::STR_ADDRESS_APERTURES(), apertures);
-  iface.setApertures(apertures);  // what was read before a failure stays
-  if (!aperturesRead) {
+  if (!unmarshalSet(object, Keys::STR_ADDRESS_APERTURES(), iface.getApertures(),
+                    [&](std::set<HABMAddrAperture> const& read) { iface.setApertures(read); })) {
     return false;
   }
   readText(object.json, Keys::STR_LOCATION(), "", false, text);
@@ -625,13 +617,8 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMNocConnection& connectio
     return false;
   }
   connection.setTargetPath(text);
-  std::set<HABMAddrRemap> remaps;
-  if (!replacing()) {
-    remaps = connection.getRemaps();
-  }
-  bool const remapsRead = unmarshalArray(object, Keys::STR_ADDRESS_REMAPS(), remaps);
-  connection.setRemaps(remaps);  // what was read before a failure stays
-  if (!remapsRead) {
+  if (!unmarshalSet(object, Keys::STR_ADDRESS_REMAPS(), connection.getRemaps(),
+                    [&](std::set<HABMAddrRemap> const& read) { connection.setRemaps(read); })) {
     return false;
   }
   bool const parametersRead =

@@ -75,11 +75,13 @@ class HABMJsonReader {
   bool unmarshal(Value const& object, HABMNocInterface& iface) const;
   bool unmarshal(Value const& object, HABMNocConnection& connection) const;
 
-  /// Adds the elements of the array `key` of `object` to `items`, each read into a default value and
-  /// inserted unless an equal one is there. Absent or not an array: nothing is added. False at the first
-  /// element that fails, with the elements before it added.
-  template <class T>
-  bool unmarshalArray(Value const& object, std::string const& key, std::set<T>& items) const;
+  /// Reads the array `key` of `object` into a set that starts as `current` (empty in MODE_REPLACE), each
+  /// element read into a default value and inserted unless an equal one is there; absent or not an array,
+  /// nothing is added. The set is handed to `store` whatever happens, so what was read before a failed
+  /// element stays; false when an element failed.
+  template <class T, class Store>
+  bool unmarshalSet(Value const& object, std::string const& key, std::set<T> const& current,
+                    Store&& store) const;
 
   /// Reads the collection of kind `Kind` of `owner` from `group` (null when the group is absent): in
   /// MODE_REPLACE the owner's container is cleared first; then each member becomes a child through the

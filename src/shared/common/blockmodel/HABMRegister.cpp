@@ -14,13 +14,7 @@ using FieldKind = habm_detail::Kind<habm_detail::ChildKind::REGISTER_FIELD>;
 
 namespace {
 
-constexpr habm_detail::EnumTable<HABMRegister::RegisterAccess, HABMRegister::ACCESS_UNKNOWN> kAccesses{
-    habm_detail::Fold::ACCESS,
-    {{{HABMRegister::ACCESS_READ_WRITE, "read_write"},
-      {HABMRegister::ACCESS_READ_ONLY, "read_only"},
-      {HABMRegister::ACCESS_WRITE_ONLY, "write_only"},
-      {HABMRegister::ACCESS_WRITEONCE, "writeonce"},
-      {HABMRegister::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+constexpr auto kAccesses = habm_detail::accessTable<HABMRegister, HABMRegister::RegisterAccess>();
 static_assert(kAccesses.complete(), "one text per value");
 
 }  // namespace

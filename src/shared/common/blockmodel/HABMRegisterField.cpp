@@ -9,13 +9,7 @@
 
 namespace {
 
-constexpr habm_detail::EnumTable<HABMRegisterField::FieldAccess, HABMRegisterField::ACCESS_UNKNOWN> kAccesses{
-    habm_detail::Fold::ACCESS,
-    {{{HABMRegisterField::ACCESS_READ_WRITE, "read_write"},
-      {HABMRegisterField::ACCESS_READ_ONLY, "read_only"},
-      {HABMRegisterField::ACCESS_WRITE_ONLY, "write_only"},
-      {HABMRegisterField::ACCESS_WRITEONCE, "writeonce"},
-      {HABMRegisterField::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+constexpr auto kAccesses = habm_detail::accessTable<HABMRegisterField, HABMRegisterField::FieldAccess>();
 static_assert(kAccesses.complete(), "one text per value");
 
 }  // namespace

@@ -12,6 +12,8 @@
 #include "blockmodel/HABMRegister.h"
 #include "msg/ComMsgMgr.h"
 
+#include "HABMNocTestUtil.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -31,16 +33,10 @@ struct Owners {
   HABMMemoryMap* map = block->createMemoryMap("m");
   HABMAddrBlock* addrBlock = map->createAddrBlock("ab");
   HABMRegister* reg = addrBlock->createRegister("r");
-  HABMNocInterface* nmu = nocInterface("nmu", HABMNocInterface::MODE_NMU);
-  HABMNocInterface* nsu = nocInterface("nsu", HABMNocInterface::MODE_NSU);
+  HABMNocInterface* nmu = habm_test::makeNocInterface(*block, "nmu", HABMNocInterface::MODE_NMU);
+  HABMNocInterface* nsu = habm_test::makeNocInterface(*block, "nsu", HABMNocInterface::MODE_NSU);
   HABMNocConnection* link = primaryLink();
 
-  HABMNocInterface* nocInterface(std::string const& name, HABMNocInterface::NocMode mode) {
-    HABMNocInterface* made = block->createNocInterface(name);
-    made->setNocMode(mode);
-    made->setNocProtocol(HABMNocInterface::PROTOCOL_AXIMM);
-    return made;
-  }
   // A primary link without its default parameters, so that one of them can be made.
   HABMNocConnection* primaryLink() {
     HABMNocConnection* made = block->createNocConnection("nmu", "nsu", false);

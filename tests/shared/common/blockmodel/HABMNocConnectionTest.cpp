@@ -8,25 +8,19 @@
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
 
+#include "HABMNocTestUtil.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
 using N = HABMNocInterface;
 using C = HABMNocConnection;
+using habm_test::makeNocInterface;
 
 // top holds "a" (with NoC interfaces of its own, so it is a NoC scope) holding "b"; "c" beside "a".
 class HABMNocTree : public ::testing::Test {
  protected:
-  HABMNocInterface* noc(HABMBlock& block, std::string const& name, N::NocMode mode,
-                        N::NocProtocol protocol = N::PROTOCOL_AXIMM,
-                        N::NocCategory category = N::CATEGORY_PL) {
-    HABMNocInterface* iface = block.createNocInterface(name);
-    iface->setNocMode(mode);
-    iface->setNocProtocol(protocol);
-    iface->setNocCategory(category);
-    return iface;
-  }
   std::string refusal(std::string const& source, std::string const& target) const {
     std::string error = "stale";
     bool const legal = C::canConnect(*top_, source, target, error);
@@ -42,18 +36,18 @@ class HABMNocTree : public ::testing::Test {
 };
 
 TEST_F(HABMNocTree, CanConnectAppliesTheRulesInOrder) {
-  noc(*top_, "nmu", N::MODE_NMU);
-  noc(*top_, "nsu", N::MODE_NSU);
-  noc(*top_, "nsu2", N::MODE_NSU);
-  noc(*top_, "axis", N::MODE_NSU, N::PROTOCOL_AXIS);
-  noc(*top_, "ini", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
-  noc(*top_, "ddr", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_DDR);
-  noc(*top_, "vnsu", N::MODE_VNSU);
-  noc(*top_, "vnmu", N::MODE_VNMU);
-  noc(*a_, "nmu", N::MODE_NMU);
-  noc(*b_, "nmu", N::MODE_NMU);
-  noc(*b_, "nsu", N::MODE_NSU);
-  noc(*c_, "nsu", N::MODE_NSU);
+  makeNocInterface(*top_, "nmu", N::MODE_NMU);
+  makeNocInterface(*top_, "nsu", N::MODE_NSU);
+  makeNocInterface(*top_, "nsu2", N::MODE_NSU);
+  makeNocInterface(*top_, "axis", N::MODE_NSU, N::PROTOCOL_AXIS);
+  makeNocInterface(*top_, "ini", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
+  makeNocInterface(*top_, "ddr", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_DDR);
+  makeNocInterface(*top_, "vnsu", N::MODE_VNSU);
+  makeNocInterface(*top_, "vnmu", N::MODE_VNMU);
+  makeNocInterface(*a_, "nmu", N::MODE_NMU);
+  makeNocInterface(*b_, "nmu", N::MODE_NMU);
+  makeNocInterface(*b_, "nsu", N::MODE_NSU);
+  makeNocInterface(*c_, "nsu", N::MODE_NSU);
   top_->createNocConnection("vnsu", "nsu2", true);
   top_->createNocConnection("nmu", "vnmu", true);
   top_->createNocConnection("nmu", "nsu", true);
@@ -86,11 +80,11 @@ TEST_F(HABMNocTree, CanConnectAppliesTheRulesInOrder) {
 }
 
 TEST_F(HABMNocTree, ALinkGetsTheDefaultsOfItsEndsAndOnlyValidParameters) {
-  noc(*top_, "nmu", N::MODE_NMU);
-  noc(*top_, "nsu", N::MODE_NSU);
-  noc(*top_, "smu", N::MODE_NMU, N::PROTOCOL_AXIS);
-  noc(*top_, "ssu", N::MODE_NSU, N::PROTOCOL_AXIS);
-  noc(*top_, "vnmu", N::MODE_VNMU);
+  makeNocInterface(*top_, "nmu", N::MODE_NMU);
+  makeNocInterface(*top_, "nsu", N::MODE_NSU);
+  makeNocInterface(*top_, "smu", N::MODE_NMU, N::PROTOCOL_AXIS);
+  makeNocInterface(*top_, "ssu", N::MODE_NSU, N::PROTOCOL_AXIS);
+  makeNocInterface(*top_, "vnmu", N::MODE_VNMU);
   C* mm = top_->createNocConnection("nmu", "nsu", false);
   C* stream = top_->createNocConnection("smu", "ssu", false);
   C* carrier = top_->createNocConnection("nmu", "vnmu", false);
@@ -114,8 +108,8 @@ TEST_F(HABMNocTree, ALinkGetsTheDefaultsOfItsEndsAndOnlyValidParameters) {
 }
 
 TEST_F(HABMNocTree, RefusedLinksAndRenamesAreTraced) {
-  noc(*top_, "nmu", N::MODE_NMU);
-  noc(*top_, "nsu", N::MODE_NSU);
+  makeNocInterface(*top_, "nmu", N::MODE_NMU);
+  makeNocInterface(*top_, "nsu", N::MODE_NSU);
   ComMsgScopeGuard on("HABM");
   ComMsgCapture capture;
   std::string error;
@@ -145,11 +139,11 @@ TEST_F(HABMNocTree, RefusedLinksAndRenamesAreTraced) {
 }
 
 TEST_F(HABMNocTree, LinksGroupByHowTheyMeetABlock) {
-  noc(*top_, "t", N::MODE_NSU);
-  noc(*a_, "va", N::MODE_VNSU);
-  noc(*b_, "nmu", N::MODE_NMU);
-  noc(*b_, "nsu", N::MODE_NSU);
-  noc(*c_, "n", N::MODE_NSU);
+  makeNocInterface(*top_, "t", N::MODE_NSU);
+  makeNocInterface(*a_, "va", N::MODE_VNSU);
+  makeNocInterface(*b_, "nmu", N::MODE_NMU);
+  makeNocInterface(*b_, "nsu", N::MODE_NSU);
+  makeNocInterface(*c_, "n", N::MODE_NSU);
   C* inside = b_->createNocConnection("nmu", "nsu", true);
   C* out = a_->createNocConnection("b/nmu", "va", true);
   C* up = top_->createNocConnection("a/va", "t", true);
@@ -180,17 +174,17 @@ std::vector<std::string> names(std::set<HABMNocPath> const& paths) {
 }
 
 TEST_F(HABMNocTree, PathsRunFromHeadsThroughVirtualInterfacesToEachEnd) {
-  HABMNocInterface* nmu = noc(*b_, "nmu", N::MODE_NMU);
-  HABMNocInterface* vnmu = noc(*b_, "out", N::MODE_VNMU);
-  HABMNocInterface* vnsu = noc(*c_, "in", N::MODE_VNSU);
-  HABMNocInterface* nsu = noc(*c_, "nsu", N::MODE_NSU);
-  noc(*c_, "nsu2", N::MODE_NSU);
+  HABMNocInterface* nmu = makeNocInterface(*b_, "nmu", N::MODE_NMU);
+  HABMNocInterface* vnmu = makeNocInterface(*b_, "out", N::MODE_VNMU);
+  HABMNocInterface* vnsu = makeNocInterface(*c_, "in", N::MODE_VNSU);
+  HABMNocInterface* nsu = makeNocInterface(*c_, "nsu", N::MODE_NSU);
+  makeNocInterface(*c_, "nsu2", N::MODE_NSU);
   b_->createNocConnection("nmu", "out", true);
   C* primary = top_->createNocConnection("a/b/out", "c/in", true);
   c_->createNocConnection("in", "nsu", true);
   c_->createNocConnection("in", "nsu2", true);
   top_->createNocConnection("a/b/out", "c/in", true);  // a second link between the same two: one path
-  noc(*top_, "lone", N::MODE_NMU);
+  makeNocInterface(*top_, "lone", N::MODE_NMU);
   std::set<HABMNocPath> const paths = HABMNocPath::createNocPaths(top_.get());
   EXPECT_EQ(names(paths), (std::vector<std::string>{"/a/b/nmu->/a/b/out->/c/in->/c/nsu",
                                                     "/a/b/nmu->/a/b/out->/c/in->/c/nsu2"}));
@@ -214,9 +208,9 @@ TEST_F(HABMNocTree, PathsRunFromHeadsThroughVirtualInterfacesToEachEnd) {
 }
 
 TEST_F(HABMNocTree, CyclesEndAndDeadEndsGiveNothing) {
-  noc(*top_, "v1", N::MODE_VNMU);
-  noc(*top_, "v2", N::MODE_VNMU);
-  noc(*top_, "nmu", N::MODE_NMU);
+  makeNocInterface(*top_, "v1", N::MODE_VNMU);
+  makeNocInterface(*top_, "v2", N::MODE_VNMU);
+  makeNocInterface(*top_, "nmu", N::MODE_NMU);
   top_->createNocConnection("nmu", "v1", true);
   top_->createNocConnection("v1", "v2", true);
   top_->createNocConnection("v2", "v1", true);

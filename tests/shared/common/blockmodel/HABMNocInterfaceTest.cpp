@@ -9,20 +9,13 @@
 #include "blockmodel/HABMNocConnection.h"
 #include "blockmodel/HABMParameter.h"
 
+#include "HABMNocTestUtil.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
 using N = HABMNocInterface;
-
-HABMNocInterface* makeNoc(HABMBlock& block, std::string const& name, N::NocMode mode, N::NocProtocol protocol,
-                          N::NocCategory category = N::CATEGORY_PL) {
-  HABMNocInterface* iface = block.createNocInterface(name);
-  iface->setNocMode(mode);
-  iface->setNocProtocol(protocol);
-  iface->setNocCategory(category);
-  return iface;
-}
 
 TEST(HABMNocInterface, VocabulariesFoldCaseAndRangesFollowTheirGrammar) {
   EXPECT_EQ(N::encodeNocCategory("HSIO5"), N::CATEGORY_HSIO5);
@@ -46,7 +39,7 @@ TEST(HABMNocInterface, VocabulariesFoldCaseAndRangesFollowTheirGrammar) {
 
 TEST(HABMNocInterface, LocationIsRefusedOnVirtualInterfacesWhichKeepAnOldOne) {
   auto top = HABMBlock::createTopBlock("t");
-  HABMNocInterface* nmu = makeNoc(*top, "n", N::MODE_NMU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* nmu = habm_test::makeNocInterface(*top, "n", N::MODE_NMU, N::PROTOCOL_AXIMM);
   std::string error = "stale";
   EXPECT_TRUE(nmu->setLocation("A::B", error));
   EXPECT_EQ(error, "");
@@ -61,9 +54,9 @@ TEST(HABMNocInterface, LocationIsRefusedOnVirtualInterfacesWhichKeepAnOldOne) {
 
 TEST(HABMNocInterface, StreamDestinationIdsAreCheckedAgainstTheirWidth) {
   auto top = HABMBlock::createTopBlock("t");
-  HABMNocInterface* nsu = makeNoc(*top, "s", N::MODE_NSU, N::PROTOCOL_AXIS);
-  HABMNocInterface* mm = makeNoc(*top, "m", N::MODE_NSU, N::PROTOCOL_AXIMM);
-  HABMNocInterface* vnsu = makeNoc(*top, "v", N::MODE_VNSU, N::PROTOCOL_AXIS);
+  HABMNocInterface* nsu = habm_test::makeNocInterface(*top, "s", N::MODE_NSU, N::PROTOCOL_AXIS);
+  HABMNocInterface* mm = habm_test::makeNocInterface(*top, "m", N::MODE_NSU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* vnsu = habm_test::makeNocInterface(*top, "v", N::MODE_VNSU, N::PROTOCOL_AXIS);
   std::string error;
   EXPECT_FALSE(mm->setTdestId("3", error));
   EXPECT_EQ(error, "TDEST_ID can be set on AXIS NSU (or) VNSU (INI) only.");
@@ -98,14 +91,15 @@ TEST(HABMNocInterface, StreamDestinationIdsAreCheckedAgainstTheirWidth) {
 
 TEST(HABMNocInterface, OnlyAnNmuTakesTrafficClasses) {
   auto top = HABMBlock::createTopBlock("t");
-  HABMNocInterface* nmu = makeNoc(*top, "n", N::MODE_NMU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* nmu = habm_test::makeNocInterface(*top, "n", N::MODE_NMU, N::PROTOCOL_AXIMM);
   EXPECT_EQ(nmu->getReadTrafficClass(), N::TRAFFIC_UNKNOWN);
   EXPECT_TRUE(nmu->setReadTrafficClass(N::TRAFFIC_ISOCHRONOUS));
   EXPECT_EQ(nmu->getParameter(N::READ_TRAFFIC_CLASS())->getValue(), "isochronous");
   nmu->setParameter(N::WRITE_TRAFFIC_CLASS(), "BEST_EFFORT", true);
   EXPECT_EQ(nmu->getWriteTrafficClass(), N::TRAFFIC_BEST_EFFORT);
   for (N::NocMode mode : {N::MODE_NSU, N::MODE_VNMU}) {
-    HABMNocInterface* other = makeNoc(*top, N::decodeNocMode(mode), mode, N::PROTOCOL_AXIMM);
+    HABMNocInterface* other =
+        habm_test::makeNocInterface(*top, N::decodeNocMode(mode), mode, N::PROTOCOL_AXIMM);
     EXPECT_FALSE(other->setWriteTrafficClass(N::TRAFFIC_BEST_EFFORT));
     EXPECT_TRUE(other->getParameters().empty());
   }
@@ -119,12 +113,13 @@ TEST(HABMNocInterface, CreatorsSayWhyAndFindsLeaveIniOutWhenAsked) {
   EXPECT_EQ(error, "NOC interface name 'a/b' is invalid.");
   EXPECT_EQ(top->createNocInterface("", error), nullptr);
   EXPECT_EQ(error, "NOC interface name '' is invalid.");
-  HABMNocInterface* ini = makeNoc(*top, "noc_interface_1", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
+  HABMNocInterface* ini =
+      habm_test::makeNocInterface(*top, "noc_interface_1", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
   EXPECT_EQ(top->createNocInterface("noc_interface_1", error), nullptr);
   EXPECT_EQ(error, "A NOC interface named 'noc_interface_1' already exists.");
   HABMNocInterface* automatic = top->createNocInterface();  // counts from 1, which is taken
   EXPECT_EQ(automatic->getName(), "noc_interface_2");
-  HABMNocInterface* below = makeNoc(*u0, "x", N::MODE_NSU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* below = habm_test::makeNocInterface(*u0, "x", N::MODE_NSU, N::PROTOCOL_AXIMM);
   EXPECT_EQ(top->getNocInterfaces(true), std::vector<HABMNocInterface*>{automatic});
   EXPECT_EQ(top->findNocInterfaces("", true, false), (std::vector<HABMNocInterface*>{ini, automatic, below}));
   EXPECT_EQ(top->findNocInterfaces("*x", true, true), std::vector<HABMNocInterface*>{below});
@@ -139,9 +134,9 @@ TEST(HABMNocInterface, ConnectionsAreFoundOnEveryBlockAbove) {
   auto top = HABMBlock::createTopBlock("t");
   HABMBlock* mid = top->createSubBlock("mid", "m", false);
   HABMBlock* low = mid->createSubBlock("low", "l", false);
-  HABMNocInterface* nmu = makeNoc(*low, "nmu", N::MODE_NMU, N::PROTOCOL_AXIMM);
-  HABMNocInterface* vnsu = makeNoc(*low, "vnsu", N::MODE_VNSU, N::PROTOCOL_AXIMM);
-  HABMNocInterface* nsu = makeNoc(*top, "nsu", N::MODE_NSU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* nmu = habm_test::makeNocInterface(*low, "nmu", N::MODE_NMU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* vnsu = habm_test::makeNocInterface(*low, "vnsu", N::MODE_VNSU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* nsu = habm_test::makeNocInterface(*top, "nsu", N::MODE_NSU, N::PROTOCOL_AXIMM);
   HABMNocConnection* inside = low->createNocConnection("nmu", "vnsu", true);
   HABMNocConnection* across = top->createNocConnection("mid/low/vnsu", "nsu", true);
   EXPECT_EQ(vnsu->getSourceConnections(), std::vector<HABMNocConnection*>{inside});

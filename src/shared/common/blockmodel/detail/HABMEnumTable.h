@@ -91,4 +91,16 @@ struct EnumTable {
   }
 };
 
+/// The access vocabulary that address blocks, registers and register fields share, each over an enumeration
+/// of its own with the same value names.
+template <class C, class E>
+constexpr EnumTable<E, C::ACCESS_UNKNOWN> accessTable() {
+  return {Fold::ACCESS,
+          {{{C::ACCESS_READ_WRITE, "read_write"},
+            {C::ACCESS_READ_ONLY, "read_only"},
+            {C::ACCESS_WRITE_ONLY, "write_only"},
+            {C::ACCESS_WRITEONCE, "writeonce"},
+            {C::ACCESS_READ_WRITEONCE, "read_writeonce"}}}};
+}
+
 }  // namespace habm_detail
