@@ -73,6 +73,37 @@ HABMBlock::HABMBlock(HABMBlock* parent, std::string const& instanceName, std::st
 HABMBlock::~HABMBlock() {
   leaveObjectCaches();
   ports_.clear();
+  // The containers declared after the sub-blocks go first, as member destruction would have it; then the
+  // subtree, on a stack of our own, so that a deep hierarchy does not exhaust the thread's: each block is
+  // destroyed once its sub-blocks are gone, and its destructor then has nothing below it to recurse into.
+  addrAssigns_.clear();
+  nocConnections_.clear();
+  interfaceConnections_.clear();
+  portConnections_.clear();
+  struct Frame {
+    std::unique_ptr<HABMBlock> self;
+    std::vector<std::unique_ptr<HABMBlock>> subBlocks;
+    std::size_t next = 0;
+  };
+  std::vector<Frame> stack;
+  stack.push_back({nullptr, subBlocks_.takeAll()});
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    if (frame.next < frame.subBlocks.size()) {
+      std::unique_ptr<HABMBlock> sub = std::move(frame.subBlocks[frame.next++]);
+      sub->leaveObjectCaches();
+      sub->ports_.clear();
+      sub->addrAssigns_.clear();
+      sub->nocConnections_.clear();
+      sub->interfaceConnections_.clear();
+      sub->portConnections_.clear();
+      std::vector<std::unique_ptr<HABMBlock>> below = sub->subBlocks_.takeAll();
+      stack.push_back({std::move(sub), std::move(below)});
+    } else {
+      std::unique_ptr<HABMBlock> const done = std::move(frame.self);
+      stack.pop_back();
+    }
+  }
 }
 
 std::unique_ptr<HABMBlock> HABMBlock::createTopBlock(std::string const& moduleName) {
@@ -122,10 +153,23 @@ HABMBlock* HABMBlock::getTop() {
 }
 
 std::string HABMBlock::getInstancePath() const {
-  if (parent_ == nullptr) {
-    return std::string(1, HABMPath::SEPARATOR());
+  // Each level terminates the path above it and appends its name, top down; built in one buffer, so that
+  // it is linear in the depth and needs no recursion.
+  std::vector<HABMBlock const*> chain;
+  std::size_t length = 1;
+  for (HABMBlock const* block = this; block->parent_ != nullptr; block = block->parent_) {
+    chain.push_back(block);
+    length += block->instanceName_.size() + 1;
   }
-  return HABMPath::terminate(parent_->getInstancePath()) + instanceName_;
+  std::string path(1, HABMPath::SEPARATOR());
+  path.reserve(length);
+  for (auto it = chain.rbegin(); it != chain.rend(); ++it) {
+    if (path.back() != HABMPath::SEPARATOR()) {
+      path += HABMPath::SEPARATOR();
+    }
+    path += (*it)->instanceName_;
+  }
+  return path;
 }
 
 int HABMBlock::getInstanceDepth() const {

@@ -3,46 +3,50 @@
 #include "blockmodel/HABMPath.h"
 #include "blockmodel/detail/HABMKinds.h"
 
+#include <functional>
 #include <type_traits>
 
 namespace {
 
 using Findings = std::vector<std::string>;
 
+// Where a finding is, built only when there is one: paths cost as much as the tree is deep.
+using Where = std::function<std::string()>;
+
 // A stored path is relative to its holder: the setters cut absolute paths down, so an absolute one means
 // that something wrote behind their back.
-void checkRelative(std::string const& path, std::string const& where, Findings& findings) {
+void checkRelative(std::string const& path, Where const& where, Findings& findings) {
   if (HABMPath::is_absolute(path)) {
-    findings.push_back(where + ": the stored path '" + path + "' is absolute");
+    findings.push_back(where() + ": the stored path '" + path + "' is absolute");
   }
 }
 
 template <class T>
-void checkStored(T const&, std::string const&, Findings&) {}
+void checkStored(T const&, Where const&, Findings&) {}
 
-void checkStored(HABMPortConnection const& connection, std::string const& where, Findings& findings) {
+void checkStored(HABMPortConnection const& connection, Where const& where, Findings& findings) {
   checkRelative(connection.getSourcePath(false), where, findings);
   for (std::string const& target : connection.getTargetPaths(false)) {
     if (!HABMPath::is_valid(target)) {
-      findings.push_back(where + ": an empty target path is stored");
+      findings.push_back(where() + ": an empty target path is stored");
     }
     checkRelative(target, where, findings);
   }
 }
 
-void checkStored(HABMInterfaceConnection const& connection, std::string const& where, Findings& findings) {
+void checkStored(HABMInterfaceConnection const& connection, Where const& where, Findings& findings) {
   checkRelative(connection.getSourcePath(false), where, findings);
   checkRelative(connection.getTargetPath(false), where, findings);
 }
 
-void checkStored(HABMAddrAssign const& assign, std::string const& where, Findings& findings) {
+void checkStored(HABMAddrAssign const& assign, Where const& where, Findings& findings) {
   checkRelative(assign.getSourcePath(false), where, findings);
   checkRelative(assign.getTargetPath(false), where, findings);
 }
 
-void checkStored(HABMInterface const& iface, std::string const& where, Findings& findings) {
+void checkStored(HABMInterface const& iface, Where const& where, Findings& findings) {
   if (!iface.getAddrSpaceRef().empty() && !iface.getMemoryMapRef().empty()) {
-    findings.push_back(where + ": both an address space and a memory map are referenced");
+    findings.push_back(where() + ": both an address space and a memory map are referenced");
   }
 }
 
@@ -53,20 +57,20 @@ void checkOwner(Owner const& owner, Findings& findings) {
     using K = decltype(kind);
     using Child = typename K::Child;
     auto const& list = K::list(owner);
-    std::string const where = K::ownerPath(owner) + " (" + K::key() + ")";
+    Where const where = [&] { return K::ownerPath(owner) + " (" + K::key() + ")"; };
     std::string const index = list.checkIndex();
     if (!index.empty()) {
-      findings.push_back(where + ": " + index);
+      findings.push_back(where() + ": " + index);
     }
     for (Child const* child : list) {
       std::string const& name = HABMChildName<Child>::of(*child);
-      std::string const self = where + " '" + name + "'";
+      Where const self = [&] { return where() + " '" + name + "'"; };
       if (habm_detail::isRefusedName(name)) {
-        findings.push_back(self + ": the name is refused by the creators");
+        findings.push_back(self() + ": the name is refused by the creators");
       }
       void const* parent = K::parentOf(*child);
       if (parent != nullptr && parent != static_cast<void const*>(&owner)) {
-        findings.push_back(self + ": the parent does not point back to the owner");
+        findings.push_back(self() + ": the parent does not point back to the owner");
       }
       checkStored(*child, self, findings);
       if constexpr (!std::is_same_v<Child, HABMBlock>) {

@@ -47,35 +47,54 @@ typename K::Child* findOne(HABMBlock const& block, std::string const& path, bool
 
 // Appends the children that `childrenOf(block)` gives, whose full path matches, for this block and, with
 // `recursive`, every block below it, parents first.
+// Appends the children that `childrenOf(block, blockPath, take)` hands to `take(child, pathOf)` whose full
+// path matches, for this block and, with `recursive`, every block below it, parents first. Paths are built
+// only to be matched, each from its holder's, so a deep tree costs no more than a wide one.
 template <class T, class ChildrenOf>
 std::vector<T*> findMatching(HABMBlock const& block, std::string const& pattern, bool recursive,
                              ChildrenOf const& childrenOf) {
   std::vector<T*> out;
-  auto const collect = [&](HABMBlock const& holder) {
-    childrenOf(holder, [&](T* child, std::string const& path) {
-      if (pattern.empty() || HABMUtils::wildcard_match(pattern, path)) {
+  auto const collect = [&](HABMBlock const& holder, std::string const& holderPath) {
+    childrenOf(holder, holderPath, [&](T* child, auto const& pathOf) {
+      if (pattern.empty() || HABMUtils::wildcard_match(pattern, pathOf())) {
         out.push_back(child);
       }
     });
   };
-  if (recursive) {
-    habm_detail::forEachBlock(block, collect);
+  if (!recursive) {
+    collect(block, pattern.empty() ? std::string() : block.getInstancePath());
+  } else if (pattern.empty()) {
+    habm_detail::forEachBlock(block, [&](HABMBlock const& holder) { collect(holder, std::string()); });
   } else {
-    collect(block);
+    habm_detail::forEachBlockWithPath(block, collect);
   }
   return out;
 }
 
-// The children of a kind of one block, with their full paths: the block's path is built once.
+// The path of a child named `name` of the object at `ownerPath`.
+std::string childPath(std::string const& ownerPath, std::string const& name) {
+  return HABMPath::terminate(ownerPath) + name;
+}
+
+// The children of a kind of each block, without those of the category ini when asked.
+template <class K, class Keep>
+std::vector<typename K::Child*> findAll(HABMBlock const& block, std::string const& pattern, bool recursive,
+                                        Keep const& keep) {
+  using T = typename K::Child;
+  return findMatching<T>(block, pattern, recursive,
+                         [&](HABMBlock const& holder, std::string const& holderPath, auto const& take) {
+                           for (T* child : K::list(holder)) {
+                             if (keep(*child)) {
+                               take(child,
+                                    [&] { return childPath(holderPath, HABMChildName<T>::of(*child)); });
+                             }
+                           }
+                         });
+}
+
 template <class K>
 std::vector<typename K::Child*> findAll(HABMBlock const& block, std::string const& pattern, bool recursive) {
-  using T = typename K::Child;
-  return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
-    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
-    for (T* child : K::list(holder)) {
-      take(child, pattern.empty() ? std::string() : prefix + HABMChildName<T>::of(*child));
-    }
-  });
+  return findAll<K>(block, pattern, recursive, [](auto const&) { return true; });
 }
 
 // The NoC objects of a kind of one block, without those of the category ini when asked.
@@ -93,30 +112,38 @@ std::vector<typename K::Child*> nocObjects(HABMBlock const& block, bool excludeI
 template <class K>
 std::vector<typename K::Child*> findNocObjects(HABMBlock const& block, std::string const& pattern,
                                                bool recursive, bool excludeIni) {
-  using T = typename K::Child;
-  return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
-    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
-    for (T* child : K::list(holder)) {
-      if (!excludeIni || !child->isIniCategory()) {
-        take(child, pattern.empty() ? std::string() : prefix + child->getName());
-      }
-    }
-  });
+  return findAll<K>(block, pattern, recursive,
+                    [&](auto const& child) { return !excludeIni || !child.isIniCategory(); });
 }
 
-// Sub-blocks put each sub-block's finds before the direct sub-blocks.
+// Sub-blocks put each sub-block's finds before the direct sub-blocks: a block's matching children are
+// added once everything below them is. Walked on a stack of our own, as deep as the tree goes.
 void findSubBlocksInto(HABMBlock const& block, std::string const& pattern, bool recursive,
                        std::vector<HABMBlock*>& out) {
-  std::vector<HABMBlock*> const direct = block.getSubBlocks();
-  if (recursive) {
-    for (HABMBlock const* sub : direct) {
-      findSubBlocksInto(*sub, pattern, recursive, out);
+  struct Frame {
+    std::string path;  // built only to be matched
+    std::vector<HABMBlock*> direct;
+    std::size_t next;
+  };
+  auto const pathBelow = [&](std::string const& path, HABMBlock const& sub) {
+    return pattern.empty() ? std::string() : childPath(path, sub.getInstanceName());
+  };
+  std::vector<Frame> stack;
+  stack.push_back({pattern.empty() ? std::string() : block.getInstancePath(), block.getSubBlocks(), 0});
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    if (recursive && frame.next < frame.direct.size()) {
+      HABMBlock const* sub = frame.direct[frame.next++];
+      Frame below{pathBelow(frame.path, *sub), sub->getSubBlocks(), 0};
+      stack.push_back(std::move(below));
+      continue;
     }
-  }
-  for (HABMBlock* sub : direct) {
-    if (pattern.empty() || HABMUtils::wildcard_match(pattern, sub->getInstancePath())) {
-      out.push_back(sub);
+    for (HABMBlock* sub : frame.direct) {
+      if (pattern.empty() || HABMUtils::wildcard_match(pattern, pathBelow(frame.path, *sub))) {
+        out.push_back(sub);
+      }
     }
+    stack.pop_back();
   }
 }
 
@@ -425,10 +452,11 @@ HABMAddrBlock* HABMBlock::findAddrBlock(std::string const& path, bool const& rec
 std::vector<HABMAddrBlock*> HABMBlock::findAddrBlocks(std::string const& pattern,
                                                       bool const& recursive) const {
   return findMatching<HABMAddrBlock>(
-      *this, pattern, recursive, [](HABMBlock const& holder, auto const& take) {
+      *this, pattern, recursive,
+      [](HABMBlock const& holder, std::string const& holderPath, auto const& take) {
         for (HABMMemoryMap const* map : holder.memoryMaps_) {
           for (HABMAddrBlock* block : Kind<ChildKind::ADDR_BLOCK>::list(*map)) {
-            take(block, block->getPath());
+            take(block, [&] { return childPath(childPath(holderPath, map->getName()), block->getName()); });
           }
         }
       });
@@ -438,15 +466,20 @@ HABMRegister* HABMBlock::findRegister(std::string const& path, bool const& recur
   return block == nullptr ? nullptr : block->getRegister(HABMPath::get_path_tail(path));
 }
 std::vector<HABMRegister*> HABMBlock::findRegisters(std::string const& pattern, bool const& recursive) const {
-  return findMatching<HABMRegister>(*this, pattern, recursive, [](HABMBlock const& holder, auto const& take) {
-    for (HABMMemoryMap const* map : holder.memoryMaps_) {
-      for (HABMAddrBlock const* block : Kind<ChildKind::ADDR_BLOCK>::list(*map)) {
-        for (HABMRegister* reg : Kind<ChildKind::REGISTER>::list(*block)) {
-          take(reg, reg->getPath());
+  return findMatching<HABMRegister>(
+      *this, pattern, recursive,
+      [](HABMBlock const& holder, std::string const& holderPath, auto const& take) {
+        for (HABMMemoryMap const* map : holder.memoryMaps_) {
+          for (HABMAddrBlock const* block : Kind<ChildKind::ADDR_BLOCK>::list(*map)) {
+            for (HABMRegister* reg : Kind<ChildKind::REGISTER>::list(*block)) {
+              take(reg, [&] {
+                return childPath(childPath(childPath(holderPath, map->getName()), block->getName()),
+                                 reg->getName());
+              });
+            }
+          }
         }
-      }
-    }
-  });
+      });
 }
 
 HABMAddrAssign* HABMBlock::createAddrAssign(std::string const& name) {

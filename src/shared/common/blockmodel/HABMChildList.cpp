@@ -125,6 +125,21 @@ void HABMChildListBase::destroyAll() {
   }
 }
 
+std::vector<void*> HABMChildListBase::releaseAll() {
+  std::vector<void*> items;
+  items.reserve(live_);
+  for (void* item : slots_) {
+    if (item != nullptr) {
+      items.push_back(item);
+    }
+  }
+  slots_.clear();
+  live_ = 0;
+  index_.reset();
+  destroyAll();  // the orphans
+  return items;
+}
+
 void HABMChildListBase::noteRenamed(void const* item, std::string const& oldName) {
   if (!index_ || keys_ == Keys::UNIQUE) {
     return;  // a linear search reads the new name; a UNIQUE key stays as inserted

@@ -73,6 +73,8 @@ class HABMChildListBase {
   void* release(std::string const& name);
   /// Destroys every child, orphans included.
   void destroyAll();
+  /// Gives up every child of the sequence to the caller, in order, and destroys the orphans.
+  std::vector<void*> releaseAll();
   /// Re-files `item`, a child of this container, which was renamed from `oldName`.
   void noteRenamed(void const* item, std::string const& oldName);
   /// The slots in creation order; null where a child was taken.
@@ -157,6 +159,14 @@ class HABMChildList : public HABMChildListBase {
   }
   /// Destroys every child.
   void clear() { destroyAll(); }
+  /// Takes every child out, in order, leaving the container empty.
+  std::vector<std::unique_ptr<T>> takeAll() {
+    std::vector<std::unique_ptr<T>> out;
+    for (void* item : releaseAll()) {
+      out.emplace_back(static_cast<T*>(item));
+    }
+    return out;
+  }
   /// Tells the container that `item`, one of its children, now bears another name than `oldName`.
   void renamed(T const& item, std::string const& oldName) { noteRenamed(&item, oldName); }
 

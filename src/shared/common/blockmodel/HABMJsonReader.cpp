@@ -237,46 +237,117 @@ bool HABMJsonReader::unmarshalSet(Value const& object, std::string const& key, s
   return result;
 }
 
-bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& block) const {
-  rapidjson::Value const* configuration = Keys::getJsonValue(object.json, Keys::STR_CONFIGURATION(), false);
-  rapidjson::Value const* boundary = Keys::getJsonValue(object.json, Keys::STR_BOUNDARY(), false);
-  rapidjson::Value const* contents = Keys::getJsonValue(object.json, Keys::STR_CONTENTS(), false);
+bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& top) const {
+  // A block's sub-blocks are read, whole, between its other collections; the tree is walked on a stack of
+  // our own, so that a deep file does not exhaust the thread's.
+  auto const groupOf = [](rapidjson::Value const& json, habm_detail::Group group) -> rapidjson::Value const* {
+    switch (group) {
+      case habm_detail::Group::CONFIGURATION:
+        return Keys::getJsonValue(json, Keys::STR_CONFIGURATION(), false);
+      case habm_detail::Group::BOUNDARY:
+        return Keys::getJsonValue(json, Keys::STR_BOUNDARY(), false);
+      case habm_detail::Group::CONTENTS:
+        return Keys::getJsonValue(json, Keys::STR_CONTENTS(), false);
+      case habm_detail::Group::NONE:
+        break;
+    }
+    return nullptr;
+  };
+  // Each collection stops the block's read when it failed; inside one, every member is still read.
+  auto const readCollections = [&](HABMBlock& block, rapidjson::Value const& json, auto kinds) {
+    return habm_detail::forEachKindWhile(kinds, [&](auto kind) {
+      using K = decltype(kind);
+      rapidjson::Value const* group = groupOf(json, K::GROUP);
+      if (group == nullptr) {
+        return unmarshalCollection<K>(nullptr, block);
+      }
+      Value const wrapped(*group);
+      return unmarshalCollection<K>(&wrapped, block);
+    });
+  };
+  // The block's own fields and the collections before its sub-blocks; false when its read stops there.
+  auto const readHead = [&](HABMBlock& block, rapidjson::Value const& json) {
+    std::string text;
+    if (!Keys::getJsonString(json, Keys::STR_MODULE_NAME(), text, true)) {
+      return false;
+    }
+    block.setModuleName(text);
+    text.clear();
+    Keys::getJsonString(json, Keys::STR_VLNV(), text, false);
+    block.setModuleVlnv(text);
+    text.clear();
+    Keys::getJsonString(json, Keys::STR_ENABLEMENT(), text, false);
+    block.setEnablement(text);
+    text = "0x0";
+    Keys::getJsonString(json, Keys::STR_BASE_ADDRESS(), text, false);
+    block.setBaseAddress(HABMAddrValue(text));
+    bool flag = false;
+    Keys::getJsonBoolean(json, Keys::STR_VALID(), flag, false);
+    block.setValidated(flag);
+    text.clear();
+    Keys::getJsonString(json, Keys::STR_LOCK(), text, false);
+    block.setLocked(HABMBlock::encodeLockState(text));
+    flag = true;
+    Keys::getJsonBoolean(json, Keys::STR_TRANSPARENT(), flag, false);
+    block.setTransparent(flag);
+    return readCollections(block, json, habm_detail::ReadBeforeSubBlocks{});
+  };
+  // The sub-blocks' collection, cleared first when replacing; null when the contents are absent, or when
+  // the collection is not an object and so has no members.
+  auto const subBlocksOf = [&](HABMBlock& block, rapidjson::Value const& json) -> rapidjson::Value const* {
+    rapidjson::Value const* contents = groupOf(json, habm_detail::Group::CONTENTS);
+    if (contents == nullptr) {
+      return nullptr;
+    }
+    if (replacing()) {
+      Kind<ChildKind::SUB_BLOCK>::list(block).clear();
+    }
+    rapidjson::Value const* collection =
+        Keys::getJsonValue(*contents, Kind<ChildKind::SUB_BLOCK>::key(), false);
+    return collection != nullptr && collection->IsObject() ? collection : nullptr;
+  };
 
-  std::string text;
-  if (!Keys::getJsonString(object.json, Keys::STR_MODULE_NAME(), text, true)) {
+  struct Frame {
+    HABMBlock* block;
+    rapidjson::Value const* json;
+    rapidjson::Value const* subBlocks;
+    rapidjson::SizeType next;
+    bool result;  // of the sub-blocks read so far
+  };
+  std::vector<Frame> stack;
+  // Starts a block's read; false, pushing nothing, when the read stopped before its sub-blocks.
+  auto const enter = [&](HABMBlock& block, rapidjson::Value const& json) {
+    if (!readHead(block, json)) {
+      return false;
+    }
+    stack.push_back({&block, &json, subBlocksOf(block, json), 0, true});
+    return true;
+  };
+  if (!enter(top, object.json)) {
     return false;
   }
-  block.setModuleName(text);
-  text.clear();
-  Keys::getJsonString(object.json, Keys::STR_VLNV(), text, false);
-  block.setModuleVlnv(text);
-  text.clear();
-  Keys::getJsonString(object.json, Keys::STR_ENABLEMENT(), text, false);
-  block.setEnablement(text);
-  text = "0x0";
-  Keys::getJsonString(object.json, Keys::STR_BASE_ADDRESS(), text, false);
-  block.setBaseAddress(HABMAddrValue(text));
-  bool flag = false;
-  Keys::getJsonBoolean(object.json, Keys::STR_VALID(), flag, false);
-  block.setValidated(flag);
-  text.clear();
-  Keys::getJsonString(object.json, Keys::STR_LOCK(), text, false);
-  block.setLocked(HABMBlock::encodeLockState(text));
-  flag = true;
-  Keys::getJsonBoolean(object.json, Keys::STR_TRANSPARENT(), flag, false);
-  block.setTransparent(flag);
-
-  // Each collection stops the read when it failed; inside one, every member is still read.
-  rapidjson::Value const* const groups[] = {configuration, boundary, contents};
-  return habm_detail::forEachKindWhile(habm_detail::ReadOrder{}, [&](auto kind) {
-    using K = decltype(kind);
-    rapidjson::Value const* json = groups[static_cast<std::size_t>(K::GROUP)];
-    if (json == nullptr) {
-      return unmarshalCollection<K>(nullptr, block);
+  bool finished = false;
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    if (frame.subBlocks != nullptr && frame.next < frame.subBlocks->MemberCount()) {
+      auto const& member = frame.subBlocks->MemberBegin()[frame.next++];
+      HABMBlock* sub = Kind<ChildKind::SUB_BLOCK>::createFromFile(
+          *frame.block, std::string(member.name.GetString(), member.name.GetStringLength()));
+      if (sub == nullptr || !enter(*sub, member.value)) {
+        frame.result = false;  // nothing was pushed: the frame is still the one read
+      }
+      continue;
     }
-    Value const group(*json);
-    return unmarshalCollection<K>(&group, block);
-  });
+    bool const done =
+        frame.result && readCollections(*frame.block, *frame.json, habm_detail::ReadAfterSubBlocks{});
+    stack.pop_back();
+    if (stack.empty()) {
+      finished = done;
+    } else {
+      stack.back().result = stack.back().result && done;
+    }
+  }
+  return finished;
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMAttribute& attribute) const {

@@ -41,9 +41,12 @@ class HABMJsonReader {
   /// `block` then keeps what was read before the failure.
   static bool readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode);
 
-  /// Documents nested deeper than this are refused as a parse error: no real design comes near it, and
-  /// it bounds the recursion of the reader.
-  static constexpr unsigned MAX_NESTING = 3000;
+  /// The depth of sub-blocks below the top block that a file always holds.
+  static constexpr unsigned MAX_BLOCK_DEPTH = 100000;
+  /// Documents nested deeper than this are refused as a parse error, and the writer refuses to write one:
+  /// each level of sub-blocks nests three deeper, the document's frame two, and a register field sits
+  /// nine below its block. It bounds the memory a hostile file can make the reader spend.
+  static constexpr unsigned MAX_NESTING = 3 * MAX_BLOCK_DEPTH + 2 + 9;
 
  private:
   /// One JSON value of the document being read; the JSON library stays in the source.

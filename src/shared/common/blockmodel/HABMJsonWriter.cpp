@@ -13,6 +13,7 @@
 #include "blockmodel/HABMGeneric.h"
 #include "blockmodel/HABMInterface.h"
 #include "blockmodel/HABMInterfaceConnection.h"
+#include "blockmodel/HABMJsonReader.h"
 #include "blockmodel/HABMJsonUtils.h"
 #include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMParameter.h"
@@ -125,12 +126,20 @@ class WriterOut final : public HABMJsonWriter::Out {
   void integer(int i) override { ok_ = writer_.Int(i) && ok_; }
   void unsignedInteger(unsigned u) override { ok_ = writer_.Uint(u) && ok_; }
   void startObject() override {
+    enter();
     members_.push_back(0);
     ok_ = writer_.StartObject() && ok_;
   }
-  void startArray() override { ok_ = writer_.StartArray() && ok_; }
-  void endArray() override { ok_ = writer_.EndArray() && ok_; }
+  void startArray() override {
+    enter();
+    ok_ = writer_.StartArray() && ok_;
+  }
+  void endArray() override {
+    --depth_;
+    ok_ = writer_.EndArray() && ok_;
+  }
   std::size_t endObject() override {
+    --depth_;
     std::size_t const n = members_.back();
     members_.pop_back();
     ok_ = writer_.EndObject() && ok_;
@@ -139,8 +148,14 @@ class WriterOut final : public HABMJsonWriter::Out {
   bool ok() const override { return ok_ && writer_.IsComplete(); }
 
  private:
+  // A file the reader would refuse as too deep is not written at all.
+  void enter() {
+    ok_ = ++depth_ <= HABMJsonReader::MAX_NESTING && ok_;
+  }
+
   Writer writer_;
   std::vector<std::size_t> members_ = {0};
+  unsigned depth_ = 0;
   bool ok_ = true;
 };
 
@@ -169,6 +184,15 @@ bool emitsMembers(HABMPortConnection const& connection) {
 template <class List>
 bool anyEmitsMembers(List const& children) {
   return std::any_of(children.begin(), children.end(), [](auto const* c) { return emitsMembers(*c); });
+}
+
+// Whether a group of a block's collections has a child to show.
+template <class Kinds>
+bool groupHasMembers(HABMBlock const& block, Kinds kinds) {
+  bool any = false;
+  habm_detail::forEachKind(kinds,
+                           [&](auto kind) { any = any || anyEmitsMembers(decltype(kind)::list(block)); });
+  return any;
 }
 
 }  // namespace
@@ -244,18 +268,21 @@ bool HABMJsonWriter::marshalCollection(Out& out, typename K::Owner const& owner)
 template <class Kinds>
 bool HABMJsonWriter::marshalGroup(Out& out, std::string const& key, HABMBlock const& block,
                                   Kinds kinds) const {
-  bool any = false;
-  habm_detail::forEachKind(kinds,
-                           [&](auto kind) { any = any || anyEmitsMembers(decltype(kind)::list(block)); });
-  if (!any) {
+  if (!groupHasMembers(block, kinds)) {
     return true;
   }
-  bool result = true;
   out.key(key);
   out.startObject();
+  bool const result = marshalCollections(out, block, kinds);
+  out.endObject();
+  return result;
+}
+
+template <class Kinds>
+bool HABMJsonWriter::marshalCollections(Out& out, HABMBlock const& block, Kinds kinds) const {
+  bool result = true;
   habm_detail::forEachKind(
       kinds, [&](auto kind) { result = marshalCollection<decltype(kind)>(out, block) && result; });
-  out.endObject();
   return result;
 }
 
@@ -276,31 +303,79 @@ bool HABMJsonWriter::marshalArray(Out& out, std::string const& key, std::set<T> 
   return result;
 }
 
-bool HABMJsonWriter::marshal(HABMBlock const& block, Out& out) const {
-  out.member(Keys::STR_MODULE_NAME(), block.getModuleName());
-  if (!block.getModuleVlnv().empty()) {
-    out.member(Keys::STR_VLNV(), block.getModuleVlnv());
+bool HABMJsonWriter::marshal(HABMBlock const& top, Out& out) const {
+  // The sub-blocks are written inside their parent's contents, the rest of which follows them; the tree is
+  // walked on a stack of our own, so that a deep hierarchy does not exhaust the thread's.
+  using SubBlocks = HABMChildList<HABMBlock>;
+  struct Frame {
+    HABMBlock const* block;
+    SubBlocks::Iterator next;
+    SubBlocks::Iterator end;
+    bool contents;
+  };
+  bool result = true;
+  std::vector<Frame> stack;
+  // Writes a block's members up to its sub-blocks, and opens its contents when it has any.
+  auto const open = [&](HABMBlock const& block) {
+    out.member(Keys::STR_MODULE_NAME(), block.getModuleName());
+    if (!block.getModuleVlnv().empty()) {
+      out.member(Keys::STR_VLNV(), block.getModuleVlnv());
+    }
+    if (!block.getEnablement().empty()) {
+      out.member(Keys::STR_ENABLEMENT(), block.getEnablement());
+    }
+    if (block.getBaseAddress() != HABMAddrValue::CONST_0()) {
+      out.address(Keys::STR_BASE_ADDRESS(), block.getBaseAddress());
+    }
+    if (block.getValidated()) {
+      out.member(Keys::STR_VALID(), true);
+    }
+    if (block.getLocked() != HABMBlock::UNKNOWN) {
+      out.member(Keys::STR_LOCK(), HABMBlock::decodeLockState(block.getLocked()));
+    }
+    if (!block.getTransparent()) {
+      out.member(Keys::STR_TRANSPARENT(), false);
+    }
+    // A group stands in the file only when one of its collections has a child to show.
+    result = marshalGroup(out, Keys::STR_CONFIGURATION(), block, habm_detail::WriteConfiguration{}) && result;
+    result = marshalGroup(out, Keys::STR_BOUNDARY(), block, habm_detail::WriteBoundary{}) && result;
+    auto const& subBlocks = Kind<ChildKind::SUB_BLOCK>::list(block);
+    bool const contents =
+        !subBlocks.empty() || groupHasMembers(block, habm_detail::WriteContentsAfterSubBlocks{});
+    if (contents) {
+      out.key(Keys::STR_CONTENTS());
+      out.startObject();
+      if (!subBlocks.empty()) {
+        out.key(Kind<ChildKind::SUB_BLOCK>::key());
+        out.startObject();
+      }
+    }
+    stack.push_back({&block, subBlocks.begin(), subBlocks.end(), contents});
+  };
+  open(top);
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    if (frame.next != frame.end) {
+      HABMBlock const* sub = *frame.next;
+      ++frame.next;
+      out.key(sub->getInstanceName());
+      out.startObject();
+      open(*sub);
+      continue;
+    }
+    if (frame.contents) {
+      if (!Kind<ChildKind::SUB_BLOCK>::list(*frame.block).empty()) {
+        out.endObject();
+      }
+      result = marshalCollections(out, *frame.block, habm_detail::WriteContentsAfterSubBlocks{}) && result;
+      out.endObject();
+    }
+    stack.pop_back();
+    if (!stack.empty()) {
+      out.endObject();  // the sub-block's own object, which its parent opened
+    }
   }
-  if (!block.getEnablement().empty()) {
-    out.member(Keys::STR_ENABLEMENT(), block.getEnablement());
-  }
-  if (block.getBaseAddress() != HABMAddrValue::CONST_0()) {
-    out.address(Keys::STR_BASE_ADDRESS(), block.getBaseAddress());
-  }
-  if (block.getValidated()) {
-    out.member(Keys::STR_VALID(), true);
-  }
-  if (block.getLocked() != HABMBlock::UNKNOWN) {
-    out.member(Keys::STR_LOCK(), HABMBlock::decodeLockState(block.getLocked()));
-  }
-  if (!block.getTransparent()) {
-    out.member(Keys::STR_TRANSPARENT(), false);
-  }
-
-  // A group stands in the file only when one of its collections has a child to show.
-  bool result = marshalGroup(out, Keys::STR_CONFIGURATION(), block, habm_detail::WriteConfiguration{});
-  result = marshalGroup(out, Keys::STR_BOUNDARY(), block, habm_detail::WriteBoundary{}) && result;
-  return marshalGroup(out, Keys::STR_CONTENTS(), block, habm_detail::WriteContents{}) && result;
+  return result;
 }
 
 bool HABMJsonWriter::marshal(HABMAttribute const& attribute, Out& out) const {

@@ -78,6 +78,9 @@ class HABMJsonWriter {
   /// when none of them has a child to show.
   template <class Kinds>
   bool marshalGroup(Out& out, std::string const& key, HABMBlock const& block, Kinds kinds) const;
+  /// Writes the collections of `Kinds` of a block in their order.
+  template <class Kinds>
+  bool marshalCollections(Out& out, HABMBlock const& block, Kinds kinds) const;
 
   /// Writes a non-empty set of nameless values under `key` as an array of objects, in the set's order;
   /// an empty set is left out.

@@ -63,7 +63,7 @@ void runRandomOperations(Keys keys, unsigned seed) {
   HABMChildList<Item> list(keys);
   Model model{keys, {}, {}};
   int nextId = 0;
-  for (int step = 0; step < 3000; ++step) {
+  for (int step = 0; step < 2000; ++step) {
     std::string const name = randomName();
     switch (pick(8)) {
       case 0:
@@ -117,13 +117,13 @@ void runRandomOperations(Keys keys, unsigned seed) {
 }
 
 TEST(HABMChildList, FirstMatchAgreesWithALinearSearchUnderRandomOperations) {
-  for (unsigned seed = 1; seed <= 20; ++seed) {
+  for (unsigned seed = 1; seed <= 10; ++seed) {
     runRandomOperations(Keys::FIRST_MATCH, seed);
   }
 }
 
 TEST(HABMChildList, UniqueKeysAgreeWithAKeyMapUnderRandomOperations) {
-  for (unsigned seed = 1; seed <= 20; ++seed) {
+  for (unsigned seed = 1; seed <= 10; ++seed) {
     runRandomOperations(Keys::UNIQUE, seed);
   }
 }

@@ -748,17 +748,18 @@ struct KindsOf<HABMNocConnection> {
 using WriteConfiguration = KindList<ChildKind::PARAMETER, ChildKind::GENERIC, ChildKind::ATTRIBUTE>;
 using WriteBoundary = KindList<ChildKind::PORT, ChildKind::INTERFACE, ChildKind::NOC_INTERFACE,
                                ChildKind::MEMORY_MAP, ChildKind::ADDR_SPACE, ChildKind::BRIDGE>;
-using WriteContents =
-    KindList<ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
-             ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
-/// The collections of a block's file object as the reader fills them: references may come before what they
-/// name, since nothing is resolved while reading, except that the NoC interfaces (below too) stand before
-/// the NoC connections, whose parameters depend on what their ends are.
-using ReadOrder =
-    KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER, ChildKind::PORT,
-             ChildKind::MEMORY_MAP, ChildKind::ADDR_SPACE, ChildKind::INTERFACE, ChildKind::BRIDGE,
-             ChildKind::NOC_INTERFACE, ChildKind::SUB_BLOCK, ChildKind::PORT_CONNECTION,
-             ChildKind::INTERFACE_CONNECTION, ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
+/// The contents open with the sub-blocks, each a whole block object; these collections follow them.
+using WriteContentsAfterSubBlocks = KindList<ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
+                                             ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
+/// The collections of a block's file object as the reader fills them, around the sub-blocks, each read whole
+/// in turn: references may come before what they name, since nothing is resolved while reading, except
+/// that the NoC interfaces (below too) stand before the NoC connections, whose parameters depend on what
+/// their ends are.
+using ReadBeforeSubBlocks = KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER,
+                                     ChildKind::PORT, ChildKind::MEMORY_MAP, ChildKind::ADDR_SPACE,
+                                     ChildKind::INTERFACE, ChildKind::BRIDGE, ChildKind::NOC_INTERFACE>;
+using ReadAfterSubBlocks = KindList<ChildKind::PORT_CONNECTION, ChildKind::INTERFACE_CONNECTION,
+                                    ChildKind::NOC_CONNECTION, ChildKind::ADDR_ASSIGN>;
 /// The grouped clears: each thing goes before what it refers to, ports and sub-blocks last.
 using ClearConfiguration = KindList<ChildKind::ATTRIBUTE, ChildKind::GENERIC, ChildKind::PARAMETER>;
 using ClearBoundary = KindList<ChildKind::BRIDGE, ChildKind::NOC_INTERFACE, ChildKind::INTERFACE,
@@ -804,6 +805,24 @@ void forEachBlock(HABMBlock const& top, F&& f) {
     std::size_t const first = stack.size();
     for (HABMBlock const* sub : subBlocks) {
       stack.push_back(sub);
+    }
+    std::reverse(stack.begin() + static_cast<std::ptrdiff_t>(first), stack.end());
+  }
+}
+
+/// As forEachBlock, calling `f(block, path)` with each block's instance path, built from its parent's as
+/// the walk goes instead of from the top each time.
+template <class F>
+void forEachBlockWithPath(HABMBlock const& top, F&& f) {
+  std::vector<std::pair<HABMBlock const*, std::string>> stack = {{&top, top.getInstancePath()}};
+  while (!stack.empty()) {
+    auto [block, path] = std::move(stack.back());
+    stack.pop_back();
+    f(*block, path);
+    std::string const prefix = HABMPath::terminate(path);
+    std::size_t const first = stack.size();
+    for (HABMBlock const* sub : Kind<ChildKind::SUB_BLOCK>::list(*block)) {
+      stack.emplace_back(sub, prefix + sub->getInstanceName());
     }
     std::reverse(stack.begin() + static_cast<std::ptrdiff_t>(first), stack.end());
   }
