@@ -363,15 +363,18 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMParameter& parameter) co
 }
 
 bool HABMJsonReader::unmarshal(Value const& object, HABMPort& port) const {
-  std::string type;
-  std::string direction;
-  if (!Keys::getJsonString(object.json, Keys::STR_TYPE(), type, true) ||
-      !Keys::getJsonString(object.json, Keys::STR_DIRECTION(), direction, true)) {
+  // The type first: a wire resets the bounds, which come after it. A read that stops at a missing field
+  // keeps the fields before it.
+  std::string text;
+  if (!Keys::getJsonString(object.json, Keys::STR_TYPE(), text, true)) {
     return false;
   }
-  // The type first: a wire resets the bounds, which come after it.
-  port.setPortType(HABMPort::encodePortType(type));
-  port.setPortDirection(HABMPort::encodePortDirection(direction));
+  port.setPortType(HABMPort::encodePortType(text));
+  text.clear();
+  if (!Keys::getJsonString(object.json, Keys::STR_DIRECTION(), text, true)) {
+    return false;
+  }
+  port.setPortDirection(HABMPort::encodePortDirection(text));
   int left = 0;
   Keys::getJsonInt(object.json, Keys::STR_SIZE_LEFT(), left, false);
   port.setPortLeft(static_cast<std::uint32_t>(left));
@@ -392,11 +395,9 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMPortConnection& connecti
     connection.clearTargetPaths();
   }
   rapidjson::Value const* targets = Keys::getJsonValue(object.json, Keys::STR_TARGETS(), false);
-  if (targets == nullptr) {
+  // Anything but an array holds no targets to read, as for the other arrays of the file.
+  if (targets == nullptr || !targets->IsArray()) {
     return true;
-  }
-  if (!targets->IsArray()) {
-    return false;
   }
   bool result = true;
   for (auto const& target : targets->GetArray()) {

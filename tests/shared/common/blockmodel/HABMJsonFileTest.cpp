@@ -4,6 +4,7 @@
 #include "blockmodel/HABMAddrRemap.h"
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMJsonReader.h"
+#include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
@@ -116,6 +117,9 @@ TEST_F(HABMJsonFile, OddInputReadsAsItsCanonicalForm) {
        R"("source":"0x1000:0x1FFF","target":"0x9000:0xFFFF"}]}}})",
        R"("boundary":{"bridges":{"b":{"source":"S","target":"M","address_remaps":[{)"
        R"("source":"0x1000:0x1FFF","target":"0x9000:0x9FFF"}]}}})"},
+      {"targets that are no array are none",
+       R"("contents":{"port_connections":{"n":{"source":"p","targets":{"a":1}}}})",
+       R"("contents":{"port_connections":{"n":{"source":"p"}}})"},
       {"connection paths may be absolute",
        R"("contents":{"interface_connections":{"c":{"type":"HARD","source":"a/S","target":"/b/M"}},)"
        R"("port_connections":{"n":{"source":"/p","targets":["/u/q"]}}})",
@@ -189,6 +193,14 @@ TEST_F(HABMJsonFile, RefusedInputGivesItsMessagesAndNoBlock) {
   ComMsgCapture capture;
   EXPECT_EQ(HABMBlock::readTopBlock(HUTFile(path("missing.bm"))), nullptr);
   EXPECT_EQ(capture.formats(), std::vector<std::string>{read});
+}
+
+TEST_F(HABMJsonFile, AReadThatStopsAtAMissingFieldKeepsTheFieldsBeforeIt) {
+  put(path("p.bm"), R"({"top_block":{"module_name":"m","boundary":{"ports":{"a":{"type":"wire"}}}}})");
+  auto target = HABMBlock::createTopBlock("t");
+  EXPECT_FALSE(HABMJsonReader::readBlock(HUTFile(path("p.bm")), *target, HABMJsonReader::MODE_REPLACE));
+  ASSERT_NE(target->getPort("a"), nullptr);
+  EXPECT_TRUE(target->getPort("a")->isWirePort());
 }
 
 TEST_F(HABMJsonFile, ReplaceEmptiesTheKindsOfEachGroupPresentAndMergeOnlyAdds) {
