@@ -1,6 +1,8 @@
 // HABMJsonReaderFuzz.cpp: feeds arbitrary bytes to the block model reader. Whatever reads must hold the
 // model's invariants, write, read back and write again to the same bytes.
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
+#include "blockmodel/HABMNocConnection.h"
 #include "util/HUTFile.h"
 
 #include <cstddef>
@@ -9,8 +11,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -27,6 +31,38 @@ std::string scratch(char const* name) {
 std::string slurp(std::string const& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// The one design a file may not hold: a remap whose source passes the top of the address space, which the
+// writer refuses rather than write it in a form that reads back as another remap.
+bool holdsWrappingRemap(HABMBlock const& top) {
+  auto const wraps = [](std::set<HABMAddrRemap> const& remaps) {
+    for (HABMAddrRemap const& remap : remaps) {
+      HABMAddrAperture const source = remap.getSourceAperture();
+      if (source.getRange() != HABMAddrValue::CONST_0() &&
+          source.getHighAddress() < source.getBaseAddress()) {
+        return true;
+      }
+    }
+    return false;
+  };
+  std::vector<HABMBlock const*> blocks = {&top};
+  for (HABMBlock const* sub : top.findSubBlocks(std::string(), true)) {
+    blocks.push_back(sub);
+  }
+  for (HABMBlock const* block : blocks) {
+    for (HABMBridge const* bridge : block->getBridges()) {
+      if (wraps(bridge->getRemaps())) {
+        return true;
+      }
+    }
+    for (HABMNocConnection const* connection : block->getNocConnections(false)) {
+      if (wraps(connection->getRemaps())) {
+        return true;
+      }
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -47,6 +83,9 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
   std::string const first = scratch("first.bm");
   std::string const second = scratch("second.bm");
   if (!HABMBlock::writeTopBlock(HUTFile(first), *block, true)) {
+    if (holdsWrappingRemap(*block)) {
+      return 0;
+    }
     __builtin_trap();
   }
   auto const again = HABMBlock::readTopBlock(HUTFile(first));

@@ -548,6 +548,12 @@ bool HABMJsonWriter::marshal(HABMBridge const& bridge, Out& out) const {
 }
 
 bool HABMJsonWriter::marshal(HABMAddrRemap const& remap, Out& out) const {
+  // A source that passes the top of the address space has no high address that reads back as itself:
+  // rather no file than one that changes the design.
+  HABMAddrAperture const source = remap.getSourceAperture();
+  if (source.getRange() != HABMAddrValue::CONST_0() && source.getHighAddress() < source.getBaseAddress()) {
+    return false;
+  }
   out.member(Keys::STR_SOURCE(), remap.getSourceAperture().getBaseHighString(0));
   out.member(Keys::STR_TARGET(), remap.getTargetAperture().getBaseHighString(0));
   return true;

@@ -3,6 +3,7 @@
 // writes that fail without harming what was there.
 #include "blockmodel/HABMAddrRemap.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
 #include "blockmodel/HABMJsonReader.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
@@ -193,6 +194,16 @@ TEST_F(HABMJsonFile, RefusedInputGivesItsMessagesAndNoBlock) {
   ComMsgCapture capture;
   EXPECT_EQ(HABMBlock::readTopBlock(HUTFile(path("missing.bm"))), nullptr);
   EXPECT_EQ(capture.formats(), std::vector<std::string>{read});
+}
+
+// Its high address would wrap and read back as another remap: rather no file than a changed design.
+TEST_F(HABMJsonFile, ARemapPastTheTopOfTheAddressSpaceIsNotWritten) {
+  auto top = HABMBlock::createTopBlock("t");
+  HABMAddrRemap const wrapping(std::string("0xFFFF_FFFF_FFFF_FFFF_FFFF_FFFF_FFFF_FFF0[0x20],0x0[0x20]"));
+  ASSERT_EQ(wrapping.getRange(), HABMAddrValue(0x20U));
+  top->createBridge("b")->setRemaps({wrapping});
+  EXPECT_FALSE(HABMBlock::writeTopBlock(HUTFile(path("wrap.bm")), *top, false));
+  EXPECT_FALSE(std::filesystem::exists(path("wrap.bm")));
 }
 
 TEST_F(HABMJsonFile, AReadThatStopsAtAMissingFieldKeepsTheFieldsBeforeIt) {
