@@ -2,6 +2,9 @@
 #include "BmCli.h"
 
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMJsonReader.h"
+#include "blockmodel/HABMLibrary.h"
+#include "isl/iostreams/filtering_stream.h"
 #include "msg/ComMsgMgr.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTFile.h"
@@ -17,6 +20,8 @@ namespace {
 constexpr char const* kCommonOptions =
     "Common options:\n"
     "  --param NAME=VALUE  set a host parameter (repeatable)\n"
+    "  --lenient           use a design whose file read with errors (values that could not be read are "
+    "lost)\n"
     "  -v, --verbose       print the block model's trace messages\n"
     "  -h, --help          show help\n";
 
@@ -59,11 +64,70 @@ std::optional<unsigned> Invocation::count(std::string const& option, unsigned fa
 }
 
 std::unique_ptr<HABMBlock> readDesign(Invocation const& inv, std::string const& path) {
-  auto block = HABMBlock::readTopBlock(HUTFile(path));
+  std::size_t errors = 0;
+  std::unique_ptr<HABMBlock> block;
+  {
+    ComMsgListenerGuard counter([&errors](ComMsgRecord const& r) {
+      errors += r.shape != ComMsgShape::SCOPED_TRACE && (r.mask & COM_MSG_ERROR) != 0 ? 1 : 0;
+    });
+    block = HABMBlock::readTopBlock(HUTFile(path));
+  }
   if (!block) {
     *inv.err << "bmtool: could not read '" << path << "'\n";
+    return block;
+  }
+  if (errors > 0) {
+    inv.readErrors += errors;
+    inv.readPath = path;
+    if (!inv.lenient) {
+      block.reset();
+    }
   }
   return block;
+}
+
+namespace {
+
+// How many levels of sub-blocks lie below `top`, walked without recursion.
+std::size_t depthBelow(HABMBlock const& top) {
+  std::size_t deepest = 0;
+  std::vector<std::pair<HABMBlock const*, std::size_t>> stack = {{&top, 0}};
+  while (!stack.empty()) {
+    auto const [block, depth] = stack.back();
+    stack.pop_back();
+    deepest = std::max(deepest, depth);
+    for (HABMBlock const* sub : block->getSubBlocks()) {
+      stack.emplace_back(sub, depth + 1);
+    }
+  }
+  return deepest;
+}
+
+}  // namespace
+
+void sayWriteFailure(Invocation const& inv, std::string const& command, std::string const& path) {
+  std::string const& why = isl::iostreams::lastWriteError();
+  *inv.err << "bmtool " << command << ": could not write '" << path << "'" << (why.empty() ? "" : ": " + why)
+           << '\n';
+}
+
+bool writeDesign(Invocation const& inv, std::string const& path, HABMBlock const& block) {
+  if (HABMBlock::writeTopBlock(HUTFile(path), block, false)) {
+    return true;
+  }
+  std::size_t const depth = depthBelow(block);
+  if (depth > HABMJsonReader::MAX_BLOCK_DEPTH) {
+    *inv.err << "bmtool: could not write '" << path << "': the design is " << depth
+             << " levels of sub-blocks deep, and a block model file holds " << HABMJsonReader::MAX_BLOCK_DEPTH
+             << '\n';
+  } else {
+    std::string const& why = isl::iostreams::lastWriteError();
+    *inv.err << "bmtool: could not write '" << path << "'"
+             << (why.empty() ? ": a value in it has no form in a block model file (see the message above)"
+                             : ": " + why)
+             << '\n';
+  }
+  return false;
 }
 
 HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top) {
@@ -142,6 +206,8 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
       return EXIT_OK;
     } else if (a == "-v" || a == "--verbose") {
       verbose = true;
+    } else if (a == "--lenient") {
+      inv.lenient = true;
     } else if (a == "--param" || a.rfind("--param=", 0) == 0) {
       if (a == "--param") {
         if (i + 1 == args.size()) {
@@ -177,17 +243,34 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
     err << "bmtool " << cmd->name << ": wrong number of arguments\nUsage: " << cmd->usage << '\n';
     return EXIT_USAGE;
   }
+  auto& parameters = HPAParamMgr::getParamMgr();
   for (auto const& p : params) {
     std::string why;
-    if (!HPAParamMgr::getParamMgr().setFromAssignment(p, &why)) {
+    if (!parameters.setFromAssignment(p, &why)) {
       err << "bmtool: --param: " << why << '\n';
       return EXIT_USAGE;
+    }
+    // A misspelt name would be set and silently never read.
+    std::string const name = p.substr(0, p.find('='));
+    auto const& read = HABMLibrary::readParameters();
+    auto const info = parameters.getInfo(name);
+    bool const registered = info.has_value() && info->registered;
+    if (!registered && std::find(read.begin(), read.end(), name) == read.end()) {
+      err << "bmtool: warning: --param " << name << ": no part of bmtool reads this parameter\n";
     }
   }
 
   ComMsgListenerGuard printer([&err](ComMsgRecord const& r) { ComMsgMgr::print(err, r); });
   ComMsgScopeGuard traces("HABM", verbose);
-  return cmd->run(inv);
+  int const code = cmd->run(inv);
+  if (inv.readErrors > 0) {
+    err << "bmtool: reading '" << inv.readPath << "' gave " << inv.readErrors << " error"
+        << (inv.readErrors == 1 ? "" : "s")
+        << (inv.lenient ? "; --lenient used what could be read\n"
+                        : "; nothing was written (--lenient uses what could be read)\n");
+    return inv.lenient ? code : EXIT_FAILED;
+  }
+  return code;
 }
 
 }  // namespace bmtool

@@ -23,6 +23,11 @@ struct Invocation {
   std::map<std::string, std::string> options;  ///< the subcommand's own options with their values
   std::ostream* out = nullptr;
   std::ostream* err = nullptr;
+  /// With --lenient a design whose read sent errors is still used; without it the command stops.
+  bool lenient = false;
+  /// The errors that the reads of design files sent, and the file of the last such read.
+  mutable std::size_t readErrors = 0;
+  mutable std::string readPath;
 
   bool hasFlag(std::string const& flag) const;
   /// The value of an option as a count; `fallback` when absent, nothing when not a whole number.
@@ -47,8 +52,14 @@ struct Command {
 std::vector<Command> const& commands();
 
 /// Reads the block model file at `path`; null, after a line on the invocation's error stream, when it
-/// cannot be read.
+/// cannot be read, or (without --lenient) when the read sent error messages, since what the file held
+/// was then not all read.
 std::unique_ptr<HABMBlock> readDesign(Invocation const& inv, std::string const& path);
+/// Writes `block` as a block model file; false, after a line saying why on the error stream, when it
+/// could not be written (nothing is then written).
+bool writeDesign(Invocation const& inv, std::string const& path, HABMBlock const& block);
+/// The line that says why the file at `path` could not be written, as far as it is known.
+void sayWriteFailure(Invocation const& inv, std::string const& command, std::string const& path);
 /// The block that "--instance PATH" names in `top` (the top block itself without the option, or for "/");
 /// null, after a line on the error stream, when there is none.
 HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top);

@@ -54,21 +54,13 @@ int runInfo(Invocation const& inv) {
   return EXIT_OK;
 }
 
-int writeOrSay(std::string const& path, HABMBlock const& block, std::ostream& err) {
-  if (!HABMBlock::writeTopBlock(HUTFile(path), block, false)) {
-    err << "bmtool: could not write '" << path << "'\n";
-    return EXIT_FAILED;
-  }
-  return EXIT_OK;
-}
-
 int runConvert(Invocation const& inv) {
   std::optional<HPAParamOverride> pretty;
   if (inv.hasFlag("--pretty")) {
     pretty.emplace("project.prettyBlockModelWriter", "true");
   }
   auto const top = readDesign(inv, inv.positional[0]);
-  return top ? writeOrSay(inv.positional[1], *top, *inv.err) : EXIT_FAILED;
+  return top && writeDesign(inv, inv.positional[1], *top) ? EXIT_OK : EXIT_FAILED;
 }
 
 int runGenerate(Invocation const& inv) {
@@ -87,7 +79,7 @@ int runGenerate(Invocation const& inv) {
     return EXIT_USAGE;
   }
   auto const top = makeSyntheticDesign(shape);
-  int const code = writeOrSay(inv.positional[0], *top, *inv.err);
+  int const code = writeDesign(inv, inv.positional[0], *top) ? EXIT_OK : EXIT_FAILED;
   if (code == EXIT_OK) {
     *inv.out << "wrote " << syntheticBlockCount(shape) << " blocks to " << inv.positional[0] << '\n';
   }
@@ -104,7 +96,7 @@ int runInfer(Invocation const& inv) {
     return EXIT_FAILED;
   }
   block->inferAbstractions();
-  return writeOrSay(inv.positional[1], *top, *inv.err);
+  return writeDesign(inv, inv.positional[1], *top) ? EXIT_OK : EXIT_FAILED;
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ int runHdl(Invocation const& inv, std::string const& command, Writer const& writ
     return EXIT_FAILED;
   }
   if (!write(inv.positional[1], *block)) {
-    *inv.err << "bmtool " << command << ": could not write '" << inv.positional[1] << "'\n";
+    sayWriteFailure(inv, command, inv.positional[1]);
     return EXIT_FAILED;
   }
   return EXIT_OK;

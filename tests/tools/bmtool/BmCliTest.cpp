@@ -49,7 +49,7 @@ TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
       {{"frobnicate"}, bmtool::EXIT_USAGE, "unknown command 'frobnicate'"},
       {{"--help"}, bmtool::EXIT_OK},
       {{"addr", "--help"}, bmtool::EXIT_OK},
-      {{"addr", "zz"}, bmtool::EXIT_OK},
+      {{"addr", "zz"}, bmtool::EXIT_FAILED},
       {{"addr"}, bmtool::EXIT_USAGE, "wrong number of arguments"},
       {{"info", "a", "b"}, bmtool::EXIT_USAGE},
       {{"addr", "--bogus", "1"}, bmtool::EXIT_USAGE, "unknown option '--bogus'"},
@@ -63,7 +63,10 @@ TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
       {{"stub", soc, out}, bmtool::EXIT_OK},
       {{"wrapper", soc, out, "--instance", "/periph/dma0"}, bmtool::EXIT_OK},
       {{"infer", soc, out, "--instance", "/nowhere"}, bmtool::EXIT_FAILED, "no block at '/nowhere'"},
-      {{"stub", soc, "/no/such/dir/x.v"}, bmtool::EXIT_FAILED},
+      {{"stub", soc, "/no/such/dir/x.v"},
+       bmtool::EXIT_FAILED,
+       "could not write '/no/such/dir/x.v': No such file"},
+      {{"convert", soc, "/no/such/dir/x.bm"}, bmtool::EXIT_FAILED, "'/no/such/dir/x.bm': No such file"},
       {{"wrapper", soc, "/no/such/dir/x.sv"}, bmtool::EXIT_FAILED},
   };
   for (auto const& c : cases) {
@@ -74,21 +77,39 @@ TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
 }
 
 TEST_F(BmCli, AddrPrintsEveryFormAndTakesNegativeNumbersAsTexts) {
-  CliRun const r = run({"addr", "0x1_0000", "-1", "--", "-v", "zz"});
-  ASSERT_EQ(r.code, bmtool::EXIT_OK) << r.err;
+  CliRun const r =
+      run({"addr", "0x1_0000", "-1", "0x1_0000_0000_0000_0000_0000_0000_0000_0001", "--", "-v", "zz"});
+  ASSERT_EQ(r.code, bmtool::EXIT_FAILED) << r.err;
   // After "--" even "-v" is a text.
   for (char const* row :
        {"^text +valid +hex +pretty hex +binary +size\n", "\n0x1_0000 +yes +0x10000 +0x1_0000 +b10{16} +64K\n",
-        "\n-1 +yes +0xF{32} +0x(FFFF_){7}FFFF ", "\n-v +no +- ", "\nzz +no +- "}) {
+        "\n-1 +yes +0xF{32} +0x(FFFF_){7}FFFF ", "\n0x1(_0000){7}_0001 +wrapped +0x1 ", "\n-v +no +- ",
+        "\nzz +no +- "}) {
     EXPECT_TRUE(std::regex_search(r.out, std::regex(row))) << row << " in\n" << r.out;
   }
 }
 
-TEST_F(BmCli, ParamOptionReachesTheParameterManager) {
-  CliRun const r = run({"addr", "--param", "project.cli.test=true", "--param=project.cli.other=0", "1"});
+TEST_F(BmCli, ParamOptionReachesTheParameterManagerAndWarnsOfNamesNothingReads) {
+  CliRun const r =
+      run({"addr", "--param", "project.cli.test=true", "--param=project.enableNocPhases=0", "1"});
   ASSERT_EQ(r.code, bmtool::EXIT_OK) << r.err;
   EXPECT_TRUE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.cli.test", false));
-  EXPECT_FALSE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.cli.other", true));
+  EXPECT_FALSE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.enableNocPhases", true));
+  EXPECT_EQ(r.err, "bmtool: warning: --param project.cli.test: no part of bmtool reads this parameter\n");
+}
+
+// A value the reader could not take is lost: without --lenient nothing is written and the run fails.
+TEST_F(BmCli, AReadWithErrorsWritesNothingUnlessLenient) {
+  habm_test::put(path("in.bm"), R"({"top_block":{"module_name":"x","vlnv":{}}})");
+  CliRun const strict = run({"convert", path("in.bm"), path("out.bm")});
+  EXPECT_EQ(strict.code, bmtool::EXIT_FAILED);
+  EXPECT_FALSE(fs::exists(path("out.bm")));
+  EXPECT_TRUE(std::regex_search(strict.err, std::regex("gave 1 error; nothing was written[^\n]*\n$")))
+      << strict.err;
+  CliRun const lenient = run({"convert", path("in.bm"), path("out.bm"), "--lenient"});
+  EXPECT_EQ(lenient.code, bmtool::EXIT_OK) << lenient.err;
+  EXPECT_EQ(bytes(path("out.bm")),
+            R"({"schema":"tessel:schema:block_model:1.0","top_block":{"module_name":"x"}})");
 }
 
 TEST_F(BmCli, GenerateConvertAndInfoAgreeOnTheDesign) {

@@ -134,6 +134,13 @@ bool parseDocument(std::istream& in, std::string const& path, rapidjson::Documen
   while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
     text.append(chunk, static_cast<std::size_t>(in.gcount()));
   }
+  // A stream that broke off (a gzip file cut short or damaged) would otherwise read as whatever text came
+  // before the break, often none at all.
+  if (in.bad()) {
+    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-2@%s",
+                  "The file's compressed stream is damaged or cut short.");
+    return false;
+  }
   rapidjson::ParseResult parsed;
   DepthLimitedHandler handler(document);
   auto generate = [&](rapidjson::Document&) {

@@ -15,6 +15,17 @@ void HABMLibrary::registerParameters() {
   (void)done;
 }
 
+std::vector<std::string> const& HABMLibrary::readParameters() {
+  static std::vector<std::string> const names = {"bd.noc.nxm_streaming_structural_rtl_mux",
+                                                 "blockmodel.softenCanMergeChecks",
+                                                 "project.enableMNocNxMFlow",
+                                                 "project.enableNocPhases",
+                                                 "project.ignoreModularNocLocks",
+                                                 "project.prettyBlockModelWriter",
+                                                 "project.skipBlockModelBoundaryCheck"};
+  return names;
+}
+
 namespace {
 // Runs when the shared library is loaded, so that a host sees the parameter before any model call.
 struct LoadTimeRegistration {

@@ -214,6 +214,17 @@ TEST_F(HABMJsonFile, AReadThatStopsAtAMissingFieldKeepsTheFieldsBeforeIt) {
   EXPECT_TRUE(target->getPort("a")->isWirePort());
 }
 
+TEST_F(HABMJsonFile, ACompressedFileCutShortSaysSo) {
+  auto const soc = HABMBlock::readTopBlock(HUTFile(std::string(MZ_EXAMPLES_DIR) + "/soc.bm"));
+  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("soc.bm.gz")), *soc, false));
+  put(path("cut.bm.gz"), bytes(path("soc.bm.gz")).substr(0, 200));
+  ComMsgCapture capture;
+  EXPECT_EQ(HABMBlock::readTopBlock(HUTFile(path("cut.bm.gz"))), nullptr);
+  ASSERT_FALSE(capture.records().empty());
+  EXPECT_EQ(capture.records().front().args,
+            std::vector<std::string>{"The file's compressed stream is damaged or cut short."});
+}
+
 TEST_F(HABMJsonFile, ReplaceEmptiesTheKindsOfEachGroupPresentAndMergeOnlyAdds) {
   put(path("c.bm"), R"({"top_block":{"module_name":"m","configuration":{"generics":{"G":{"value":"new"},)"
                     R"("N":{"value":"new"}}},"boundary":{"address_spaces":{"s":{"range":"1K"}}}}})");

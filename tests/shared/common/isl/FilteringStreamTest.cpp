@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -71,8 +73,39 @@ TEST_F(FilteringStreamTest, AFailedOrDiscardedWriteLeavesTheTargetAsItWas) {
   EXPECT_EQ(fileCount(), 1);
 }
 
+// A target that is no regular file is written in place, not replaced by a file; a link stays a link.
+TEST_F(FilteringStreamTest, PipesAreWrittenInPlaceAndLinksKeepPointingAtTheirFile) {
+  ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+  int const reader = ::open(path("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_TRUE(Out(path("pipe"), std::ios_base::binary).write("through", 7).good());
+  char got[16] = {};
+  EXPECT_EQ(::read(reader, got, sizeof got), 7);
+  ::close(reader);
+  EXPECT_TRUE(fs::is_fifo(path("pipe")));
+  std::ofstream(path("file.bm"), std::ios::binary) << "old";
+  fs::create_symlink(path("file.bm"), path("link.bm"));
+  Out(path("link.bm"), std::ios_base::binary) << "new";
+  EXPECT_TRUE(fs::is_symlink(path("link.bm")));
+  EXPECT_EQ(rawBytes(path("file.bm")), "new");
+  EXPECT_EQ(fileCount(), 3);
+}
+
+// What a signal handler calls: the temporary file of a write under way goes, the target stays untouched.
+TEST_F(FilteringStreamTest, PendingFilesCanBeRemovedWhileTheyAreWritten) {
+  std::ofstream(path("keep.bm"), std::ios::binary) << "old";
+  Out out(path("keep.bm"), std::ios_base::binary);
+  out << "half";
+  EXPECT_EQ(fileCount(), 2);
+  isl::iostreams::removePendingFiles();
+  EXPECT_EQ(fileCount(), 1);
+  out.discard();
+  EXPECT_EQ(rawBytes(path("keep.bm")), "old");
+}
+
 TEST_F(FilteringStreamTest, FilesThatCannotBeOpenedFailOrThrowAsTheMaskSays) {
   EXPECT_FALSE(Out(path("no/such/dir/x.bm"), std::ios_base::binary).good());
+  EXPECT_EQ(isl::iostreams::lastWriteError(), "No such file or directory");
   EXPECT_THROW(
       Out(path("no/such/dir/x.bm"), isl::iostreams::xp_latest(std::ios_base::binary), std::ios_base::failbit),
       std::ios_base::failure);

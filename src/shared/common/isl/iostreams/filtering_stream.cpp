@@ -4,8 +4,13 @@
 #include <boost/iostreams/device/file_descriptor.hpp>
 #include <boost/iostreams/filter/gzip.hpp>
 
+#include <array>
+#include <atomic>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <random>
 #include <string_view>
@@ -14,35 +19,108 @@
 
 namespace isl::iostreams {
 
+namespace {
+
+std::string& lastError() {
+  thread_local std::string text;
+  return text;
+}
+
+void failWith(int error) {
+  lastError() = std::strerror(error);
+}
+
+// The temporary files being written, for removePendingFiles: a fixed table of plain pointers, since a
+// signal handler may neither allocate nor lock. A process with more outputs open at once than slots
+// leaves the rest unregistered.
+std::array<std::atomic<char const*>, 64>& pendingTable() {
+  static std::array<std::atomic<char const*>, 64> table{};
+  return table;
+}
+
+void registerPending(char const* temp) {
+  for (auto& slot : pendingTable()) {
+    char const* expected = nullptr;
+    if (slot.compare_exchange_strong(expected, temp)) {
+      return;
+    }
+  }
+}
+
+void unregisterPending(char const* temp) {
+  for (auto& slot : pendingTable()) {
+    char const* expected = temp;
+    if (slot.compare_exchange_strong(expected, nullptr)) {
+      return;
+    }
+  }
+}
+
+}  // namespace
+
+std::string const& lastWriteError() {
+  return lastError();
+}
+
+void removePendingFiles() noexcept {
+  for (auto& slot : pendingTable()) {
+    if (char const* temp = slot.load()) {
+      ::unlink(temp);
+    }
+  }
+}
+
 namespace detail {
 
 // The temporary file that becomes the target on commit. Whatever happens to the stream, the temporary
 // file never outlives this object unless it was committed.
 class PendingFile {
  public:
+  /// A temporary file beside the target, or, with an empty `temp`, the target itself written in place.
   PendingFile(std::string target, std::string temp, int fd)
-      : target_(std::move(target)), temp_(std::move(temp)), fd_(fd) {}
+      : target_(std::move(target)), temp_(std::move(temp)), fd_(fd) {
+    if (!temp_.empty()) {
+      registerPending(temp_.c_str());
+    }
+  }
   ~PendingFile() { abandon(); }
   PendingFile(PendingFile const&) = delete;
   PendingFile& operator=(PendingFile const&) = delete;
 
   int fd() const { return fd_; }
-  void markFailed() { failed_ = true; }
+  void markFailed(int error) {
+    failWith(error);
+    failed_ = true;
+  }
   bool failed() const { return failed_; }
 
-  // Makes the data durable, then moves it over the target in one step.
+  // Makes the data durable, then moves it over the target in one step. Written in place, closing is all.
   bool commit() {
     if (fd_ < 0) {
       return false;
     }
-    bool ok = !failed_ && ::fsync(fd_) == 0;
-    ok = ::close(fd_) == 0 && ok;
+    if (temp_.empty()) {
+      bool const ok = ::close(fd_) == 0 && !failed_;
+      if (!ok && !failed_) {
+        failWith(errno);
+      }
+      fd_ = -1;
+      return ok;
+    }
+    bool ok = !failed_ && fsyncOrSay(fd_);
+    if (::close(fd_) != 0 && ok) {
+      failWith(errno);
+      ok = false;
+    }
     fd_ = -1;
-    ok = ok && std::rename(temp_.c_str(), target_.c_str()) == 0;
+    if (ok && std::rename(temp_.c_str(), target_.c_str()) != 0) {
+      failWith(errno);
+      ok = false;
+    }
     if (!ok) {
       ::unlink(temp_.c_str());
     }
-    temp_.clear();
+    forgetTemp();
     return ok;
   }
 
@@ -53,11 +131,23 @@ class PendingFile {
     }
     if (!temp_.empty()) {
       ::unlink(temp_.c_str());
-      temp_.clear();
+      forgetTemp();
     }
   }
 
  private:
+  static bool fsyncOrSay(int fd) {
+    if (::fsync(fd) == 0) {
+      return true;
+    }
+    failWith(errno);
+    return false;
+  }
+  void forgetTemp() {
+    unregisterPending(temp_.c_str());
+    temp_.clear();
+  }
+
   std::string target_;
   std::string temp_;
   int fd_;
@@ -83,7 +173,7 @@ class PendingSink {
         continue;
       }
       if (w <= 0) {
-        file_->markFailed();
+        file_->markFailed(w < 0 ? errno : ENOSPC);
         throw std::ios_base::failure("write failed");
       }
       done += w;
@@ -102,23 +192,42 @@ bool endsWith(std::string_view text, std::string_view tail) {
   return text.size() >= tail.size() && text.substr(text.size() - tail.size()) == tail;
 }
 
-// Opens a fresh temporary file beside the target, with the target's permissions if it exists.
-std::shared_ptr<PendingFile> openPending(std::string const& target) {
+// Opens a fresh temporary file beside the target, with the target's permissions if it exists. A target
+// that exists and is no regular file (a device, a pipe) is written in place: replacing it would turn it into
+// a file. A symbolic link stays a link: the file it names is replaced.
+std::shared_ptr<PendingFile> openPending(std::string const& path) {
+  lastError().clear();
+  struct stat st {};
+  bool const exists = ::stat(path.c_str(), &st) == 0;
+  if (exists && !S_ISREG(st.st_mode)) {
+    int const fd = ::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    if (fd < 0) {
+      failWith(errno);
+      return nullptr;
+    }
+    return std::make_shared<PendingFile>(path, std::string(), fd);
+  }
+  std::string target = path;
+  char resolved[PATH_MAX];
+  if (exists && ::realpath(path.c_str(), resolved) != nullptr) {
+    target = resolved;
+  }
   std::random_device rd;
   for (int attempt = 0; attempt < 16; ++attempt) {
     std::string const temp = target + ".tmp" + std::to_string(::getpid()) + "_" + std::to_string(rd());
     int const fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (fd >= 0) {
-      struct stat st {};
-      if (::stat(target.c_str(), &st) == 0 && S_ISREG(st.st_mode)) {
+      if (exists) {
         ::fchmod(fd, st.st_mode & 07777);
       }
       return std::make_shared<PendingFile>(target, temp, fd);
     }
     if (errno != EEXIST) {
-      break;
+      failWith(errno);
+      return nullptr;
     }
   }
+  failWith(EEXIST);
   return nullptr;
 }
 

@@ -91,4 +91,12 @@ class filtering_stream : public boost::iostreams::filtering_stream<Mode> {
 extern template class filtering_stream<input>;
 extern template class filtering_stream<output>;
 
+/// Why the last output file of this thread failed to open, write or replace its target, in the operating
+/// system's words ("No space left on device"); empty when it did not fail.
+std::string const& lastWriteError();
+
+/// Removes the temporary files of every output still being written. Safe to call from a signal handler,
+/// so that a process stopped by SIGINT or SIGTERM leaves none behind.
+void removePendingFiles() noexcept;
+
 }  // namespace isl::iostreams
