@@ -80,6 +80,14 @@ HABMBlock::~HABMBlock() {
   nocConnections_.clear();
   interfaceConnections_.clear();
   portConnections_.clear();
+  // Without memory for the stack the blocks left are destroyed the plain way, as members.
+  try {
+    tearDownSubBlocks();
+  } catch (...) {
+  }
+}
+
+void HABMBlock::tearDownSubBlocks() {
   struct Frame {
     std::unique_ptr<HABMBlock> self;
     std::vector<std::unique_ptr<HABMBlock>> subBlocks;
@@ -113,13 +121,19 @@ std::unique_ptr<HABMBlock> HABMBlock::createTopBlock(std::string const& moduleNa
 }
 
 std::unique_ptr<HABMBlock> HABMBlock::readTopBlock(HUTFile const& file) {
-  std::string baseName;
-  file.getBaseName(baseName);
-  std::unique_ptr<HABMBlock> block = createTopBlock(baseName);
-  if (!HABMJsonReader::readBlock(file, *block, HABMJsonReader::MODE_REPLACE)) {
-    block.reset();
+  try {
+    std::string baseName;
+    file.getBaseName(baseName);
+    std::unique_ptr<HABMBlock> block = createTopBlock(baseName);
+    if (!HABMJsonReader::readBlock(file, *block, HABMJsonReader::MODE_REPLACE)) {
+      block.reset();
+    }
+    return block;
+  } catch (...) {
+    // Out of memory before the read began: a failed read like any other.
+    HABMJsonReader::reportFailedRead(file.getPath());
+    return nullptr;
   }
-  return block;
 }
 
 bool HABMBlock::writeTopBlock(HUTFile const& file, HABMBlock const& block, bool const& removeFirst) {

@@ -573,6 +573,8 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
   void clone(HABMBlock const& source);
   /// Copies validated, lock state, transparency, the names, VLNV, enablement and base address.
   void copyScalars(HABMBlock const& source);
+  /// Destroys the subtree below this block, each block once its own sub-blocks are gone.
+  void tearDownSubBlocks();
   void setFlagAttribute(std::string const& name, bool on);
 
   HABMBlock* parent_ = nullptr;

@@ -3,6 +3,7 @@
 #include "blockmodel/HABMChildList.h"
 
 #include <cassert>
+#include <new>
 #include <unordered_map>
 #include <utility>
 
@@ -57,11 +58,15 @@ void* HABMChildListBase::find(std::string const& name) const {
 void* HABMChildListBase::add(void* item) {
   assert(item != nullptr && "a container holds no empty pointer");
   assert(slots_.size() < NONE && "more children than a container can number");
+  // Everything that can run out of memory comes before the first change, so that a failed add leaves
+  // the container as it was (and the item with the caller).
   if (!index_ && (keys_ == Keys::UNIQUE || live_ >= kLinearLimit)) {
     buildIndex();
   }
+  slots_.reserve(slots_.size() + 1);
   auto const slot = static_cast<std::uint32_t>(slots_.size());
   if (index_) {
+    index_->next.reserve(slots_.size() + 1);
     std::string const& name = nameOf_(item);
     auto const it = index_->chains.find(name);
     if (it == index_->chains.end()) {
@@ -192,27 +197,38 @@ void HABMChildListBase::noteRenamed(void const* item, std::string const& oldName
 }
 
 void HABMChildListBase::buildIndex() {
-  index_ = std::make_unique<Index>();
-  index_->chains.reserve(live_ * 2);
-  index_->next.assign(slots_.size(), NONE);
+  auto index = std::make_unique<Index>();  // installed only once complete
+  index->chains.reserve(live_ * 2);
+  index->next.assign(slots_.size(), NONE);
   for (std::size_t i = 0; i < slots_.size(); ++i) {
     if (slots_[i] == nullptr) {
       continue;
     }
     auto const slot = static_cast<std::uint32_t>(i);
-    auto const it = index_->chains.find(nameOf(i));
-    if (it == index_->chains.end()) {
-      index_->chains.emplace(nameOf(i), Index::Chain{slot, slot});
+    auto const it = index->chains.find(nameOf(i));
+    if (it == index->chains.end()) {
+      index->chains.emplace(nameOf(i), Index::Chain{slot, slot});
     } else {
-      index_->next[it->second.last] = slot;
+      index->next[it->second.last] = slot;
       it->second.last = slot;
     }
   }
+  index_ = std::move(index);
 }
 
-void HABMChildListBase::compact() {
+void HABMChildListBase::compact() noexcept {
+  // Closing the holes only saves space and time: when there is no memory for it, they stay a while.
+  std::vector<std::uint32_t> moved;
+  std::vector<std::uint32_t> next;
+  try {
+    moved.assign(slots_.size(), NONE);
+    if (index_) {
+      next.assign(live_, NONE);
+    }
+  } catch (std::bad_alloc const&) {
+    return;
+  }
   // Renumbers rather than re-reads names: a UNIQUE key may name a child that was renamed since.
-  std::vector<std::uint32_t> moved(slots_.size(), NONE);
   std::size_t kept = 0;
   for (std::size_t i = 0; i < slots_.size(); ++i) {
     if (slots_[i] != nullptr) {
@@ -224,7 +240,6 @@ void HABMChildListBase::compact() {
   if (!index_) {
     return;
   }
-  std::vector<std::uint32_t> next(kept, NONE);
   for (std::size_t i = 0; i < moved.size(); ++i) {
     if (moved[i] != NONE && index_->next[i] != NONE) {
       next[moved[i]] = moved[index_->next[i]];

@@ -87,7 +87,7 @@ class HABMChildListBase {
   std::string const& nameOf(std::size_t slot) const { return nameOf_(slots_[slot]); }
   std::size_t firstSlot(std::string const& name) const;
   void buildIndex();
-  void compact();
+  void compact() noexcept;
 
   Keys keys_;
   NameOf nameOf_;
@@ -151,8 +151,13 @@ class HABMChildList : public HABMChildListBase {
   Iterator begin() const { return Iterator(slots().data(), slots().data() + slots().size()); }
   Iterator end() const { return Iterator(slots().data() + slots().size(), slots().data() + slots().size()); }
 
-  /// Appends and takes ownership; returns the child (an orphan when UNIQUE and the name is taken).
-  T* append(std::unique_ptr<T> item) { return static_cast<T*>(add(item.release())); }
+  /// Appends and takes ownership; returns the child (an orphan when UNIQUE and the name is taken). When
+  /// memory runs out the container stays as it was and the item is destroyed.
+  T* append(std::unique_ptr<T> item) {
+    T* child = static_cast<T*>(add(item.get()));
+    item.release();
+    return child;
+  }
   /// Takes the first child of that name out; empty when there is none.
   std::unique_ptr<T> take(std::string const& name) {
     return std::unique_ptr<T>(static_cast<T*>(release(name)));

@@ -173,9 +173,10 @@ using habm_detail::ChildKind;
 using habm_detail::Kind;
 
 bool HABMJsonReader::readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode) {
-  std::string const path = habm_detail::fullPathOf(file);
+  std::string path = file.getPath();
   bool result = false;
   try {
+    path = habm_detail::fullPathOf(file);
     isl::iostreams::filtering_stream<isl::iostreams::input> in(path, std::ios_base::binary);
     if (in.good()) {
       result = HABMJsonReader(file, mode).unmarshal(in, block);
@@ -184,9 +185,17 @@ bool HABMJsonReader::readBlock(HUTFile const& file, HABMBlock& block, Mode const
     result = false;
   }
   if (!result) {
-    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-4@%s", path.c_str());
+    reportFailedRead(path);
   }
   return result;
+}
+
+void HABMJsonReader::reportFailedRead(std::string const& path) noexcept {
+  try {
+    sendMsg::eval(1, __FILE__, __LINE__, "blockmodel", kFileProblem, "@90-4@%s", path.c_str());
+  } catch (...) {
+    // Out of memory even for the message: the caller still learns of the failure by the result.
+  }
 }
 
 bool HABMJsonReader::unmarshal(std::istream& in, HABMBlock& block) const {

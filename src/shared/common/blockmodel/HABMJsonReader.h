@@ -41,6 +41,9 @@ class HABMJsonReader {
   /// `block` then keeps what was read before the failure.
   static bool readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode);
 
+  /// Sends "@90-4@" for the file at `path`; never throws.
+  static void reportFailedRead(std::string const& path) noexcept;
+
   /// The depth of sub-blocks below the top block that a file always holds.
   static constexpr unsigned MAX_BLOCK_DEPTH = 100000;
   /// Documents nested deeper than this are refused as a parse error, and the writer refuses to write one:
