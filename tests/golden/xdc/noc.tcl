@@ -14,6 +14,8 @@ set plram_S_AXI_nsu [get_noc_interfaces -mode nsu -type aximm plram/S_AXI_nsu]
 set_property APERTURES [list {0x201_0000_0000 1M}] ${plram_S_AXI_nsu}
 set_property LOCATION NOC_NSU512_X2Y0 ${plram_S_AXI_nsu}
 set accel_vnsu0 [create_noc_interface -mode vnsu -type axis accel/vnsu0]
+set accel_core_S_AXIS_nsu [create_noc_interface -mode nsu -type axis accel/core/S_AXIS_nsu]
+set_property TDEST_ID 0x2:0x3 ${accel_core_S_AXIS_nsu}
 
 # constrain noc connection(s)
 set noc_connection_0 [create_noc_connection -source [get_noc_interfaces cpu/M_AXI_nmu] -target [get_noc_interfaces ddr/S_AXI_nsu] noc_connection_0]

@@ -338,6 +338,7 @@ std::unique_ptr<HABMBlock> generatedNocDesign(unsigned subsystems) {
     HABMBlock* ram = sub->createSubBlock("ram", "noc_pl_ram", false);
     ram->createAttribute("OPM_NOC", "NSU_MM");
     HABMNocInterface* nsu = noc(*ram, "S_AXI_nsu", N::MODE_NSU, N::PROTOCOL_AXIMM);
+    nsu->setEditable(chance(30));
     nsu->setApertures({HABMAddrAperture(HABMAddrValue(0x201, i * 0x100000ULL), HABMAddrValue("1M")),
                        HABMAddrAperture(HABMAddrValue(0, 0x1000ULL * random()), HABMAddrValue("4K"))});
     nsu->setLocation("NOC_NSU512_X" + index + "Y1");

@@ -1,9 +1,7 @@
-// HABMXdcWriterTest.cpp: the NoC constraint script: the example's golden file, what is created, looked up
-// or left out and which properties follow, the skip paths, the lines' origins, and the file and its
-// failure message.
+// HABMXdcWriterTest.cpp: the NoC constraint script: the example's golden file (every kind of line), the
+// properties of links, the skip paths, the lines' origins, and the file and its failure message.
 #include "blockmodel/HABMXdcWriter.h"
 
-#include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMNocConnection.h"
 #include "blockmodel/HABMUtils.h"
 #include "msg/ComMsgMgr.h"
@@ -61,46 +59,6 @@ TEST_F(HABMXdcWriterTest, BlockWithoutNocObjectsGivesTheSectionHeadsAsToolLinesO
     EXPECT_EQ(info[i].second,
               HATSrcInfo(HATSrcInfo::NO_FILE, static_cast<std::int32_t>(i) - 1, HATSrcInfo::ORIGIN_TOOL, 0));
   }
-}
-
-// Fixed interfaces of ordinary blocks are the design's own; an OPM NoC module's are looked up to be given
-// their properties; read-only parameters come from the module and are never set.
-TEST_F(HABMXdcWriterTest, InterfacesAreCreatedLookedUpOrLeftOutWithTheirProperties) {
-  makeNocInterface(*top_, "fixed", N::MODE_NMU);
-  HABMBlock* opm = top_->createSubBlock("opm", "noc_nmu", false);
-  opm->createAttribute("OPM_NOC", "NMU_MM");
-  HABMNocInterface* nmu = makeNocInterface(*opm, "S_AXI_nmu", N::MODE_NMU);
-  nmu->createParameter(N::ADDR_WIDTH(), "64");
-  nmu->createParameter(N::READ_TRAFFIC_CLASS(), "BEST_EFFORT");
-  HABMNocInterface* nsu = makeNocInterface(
-      *top_->createSubBlock("a", "m", false)->createSubBlock("b", "m", false), "c", N::MODE_NSU);
-  nsu->setEditable(true);
-  nsu->setApertures({HABMAddrAperture("0x1000[4K]"), HABMAddrAperture("0x0[1K]")});
-  ASSERT_TRUE(nsu->setLocation("X0Y0:X1Y1"));
-  nsu->createParameter(N::DATA_WIDTH(), "64");
-  nsu->createParameter("NOTE", "a [b] $c {d}");
-  HABMNocInterface* stream =
-      makeNocInterface(*top_->createSubBlock("s", "m", false), "ns", N::MODE_NSU, N::PROTOCOL_AXIS);
-  stream->setEditable(true);
-  stream->setTdestWidth("4");
-  ASSERT_TRUE(stream->setTdestId("2:3"));
-  // An OPM NoC module's editable interface is created like any other.
-  makeNocInterface(*opm, "extra", N::MODE_NMU)->setEditable(true);
-
-  EXPECT_EQ(lines(*top_), (Lines{
-                              "# constrain noc interface(s)",
-                              "set opm_S_AXI_nmu [get_noc_interfaces -mode nmu -type aximm opm/S_AXI_nmu]",
-                              "set_property -dict [list READ_TRAFFIC_CLASS {BEST_EFFORT}] ${opm_S_AXI_nmu}",
-                              "set opm_extra [create_noc_interface -mode nmu -type aximm opm/extra]",
-                              "set a_b_c [create_noc_interface -mode nsu -type aximm a/b/c]",
-                              "set_property APERTURES [list {0x0 1K} {0x1000 4K}] ${a_b_c}",
-                              "set_property LOCATION X0Y0:X1Y1 ${a_b_c}",
-                              "set_property -dict [list NOTE {a [b] $c {d}}] ${a_b_c}",
-                              "set s_ns [create_noc_interface -mode nsu -type axis s/ns]",
-                              "set_property TDEST_ID 0x2:0x3 ${s_ns}",
-                              "",
-                              "# constrain noc connection(s)",
-                          }));
 }
 
 // A primary link carries remaps and the parameters that differ from its defaults; a parameter the
