@@ -15,6 +15,7 @@
 #include <boost/algorithm/string/join.hpp>
 
 #include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <ostream>
@@ -25,6 +26,25 @@ namespace {
 std::string variableName(std::string path) {
   std::replace(path.begin(), path.end(), HABMPath::SEPARATOR(), '_');
   return path;
+}
+
+// "set VAR [COMMAND WORDS...]": the command's object kept in the variable named after it.
+std::string setVariable(std::string const& var, std::string const& command,
+                        std::initializer_list<std::string> words) {
+  std::string line = "set ";
+  line.append(var).append(" [").append(command);
+  for (std::string const& word : words) {
+    line.append(" ").append(word);
+  }
+  line.append("]");
+  return line;
+}
+
+// "[get_noc_interfaces PATH]": an interface fetched by its path.
+std::string fetchInterface(std::string const& path) {
+  std::string text = "[";
+  text.append(HABMXdcWriter::GET_NOC_INTERFACES()).append(" ").append(path).append("]");
+  return text;
 }
 
 std::string setPropertyList(std::string const& property, std::vector<std::string> const& items,
@@ -132,9 +152,9 @@ bool HABMXdcWriter::marshal(HABMBlock const& block, std::vector<std::string>& li
     std::string const path = HABMPath::get_relative_path(block, iface->getPath());
     std::string const var = variableName(path);
     std::string const& command = iface->getEditable() ? CREATE_NOC_INTERFACE() : GET_NOC_INTERFACES();
-    lines.push_back("set " + var + " [" + command + " -mode " +
-                    HABMNocInterface::decodeNocMode(iface->getNocMode()) + " -type " +
-                    HABMNocInterface::decodeNocProtocol(iface->getNocProtocol()) + " " + path + "]");
+    lines.push_back(setVariable(var, command,
+                                {"-mode", HABMNocInterface::decodeNocMode(iface->getNocMode()), "-type",
+                                 HABMNocInterface::decodeNocProtocol(iface->getNocProtocol()), path}));
     std::vector<std::string> apertures;
     for (HABMAddrAperture const& aperture : iface->getApertures()) {
       apertures.push_back(aperture.getTclListString(0));
@@ -169,12 +189,11 @@ bool HABMXdcWriter::marshal(HABMBlock const& block, std::vector<std::string>& li
     }
     std::string const path = HABMPath::get_relative_path(block, connection->getPath());
     std::string const var = variableName(path);
-    std::string const source = "[" + GET_NOC_INTERFACES() + " " +
-                               HABMPath::get_relative_path(block, connection->getSourcePath(true)) + "]";
-    std::string const target = "[" + GET_NOC_INTERFACES() + " " +
-                               HABMPath::get_relative_path(block, connection->getTargetPath(true)) + "]";
-    lines.push_back("set " + var + " [" + CREATE_NOC_CONNECTION() + " -source " + source + " -target " +
-                    target + " " + path + "]");
+    lines.push_back(setVariable(
+        var, CREATE_NOC_CONNECTION(),
+        {"-source", fetchInterface(HABMPath::get_relative_path(block, connection->getSourcePath(true))),
+         "-target", fetchInterface(HABMPath::get_relative_path(block, connection->getTargetPath(true))),
+         path}));
     // Only the primary link of a path carries traffic requirements; the others only cross a boundary.
     if (!connection->isPrimary()) {
       continue;

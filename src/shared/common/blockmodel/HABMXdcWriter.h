@@ -51,7 +51,9 @@ class HABMXdcWriter {
   ~HABMXdcWriter() = default;
 
  private:
-  HABMXdcWriter(HABMBlock const& block, std::vector<std::string> const& skipPaths)
+  // Keeps a copy of the paths; the signature that hosts link against takes them by reference.
+  HABMXdcWriter(HABMBlock const& block,
+                std::vector<std::string> const& skipPaths)  // NOLINT(modernize-pass-by-value)
       : block_(&block), skipPaths_(skipPaths) {}
 
   /// True when the objects on `owner` are to be left out.
