@@ -31,10 +31,22 @@ bool looksLikeOption(std::string const& arg) {
          (arg[1] == '-' || std::isalpha(static_cast<unsigned char>(arg[1])));
 }
 
+// The option of `cmd` that takes a value and that `arg` gives ("--depth" or "--depth=3"), or null.
+std::string const* findValueOption(Command const& cmd, std::string const& arg) {
+  for (auto const* names : {&cmd.options, &cmd.lists}) {
+    for (std::string const& name : *names) {
+      if (arg == name || arg.rfind(name + "=", 0) == 0) {
+        return &name;
+      }
+    }
+  }
+  return nullptr;
+}
+
 void printMainHelp(std::ostream& out) {
   out << "Usage: bmtool COMMAND [OPTIONS] [ARGS]\n\nCommands:\n";
   for (auto const& c : commands()) {
-    out << "  " << c.name << std::string(c.name.size() < 10 ? 10 - c.name.size() : 1, ' ') << c.summary
+    out << "  " << c.name << std::string(c.name.size() < 12 ? 12 - c.name.size() : 1, ' ') << c.summary
         << '\n';
   }
   out << '\n' << kCommonOptions << "\nRun 'bmtool COMMAND --help' for a command's own help.\n";
@@ -166,9 +178,9 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 }
 
 std::vector<Command> const& commands() {
-  static std::vector<Command> const all = {makeInfoCommand(),  makeConvertCommand(), makeGenerateCommand(),
-                                           makeInferCommand(), makeStubCommand(),    makeWrapperCommand(),
-                                           makeAddrCommand()};
+  static std::vector<Command> const all = {
+      makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),    makeInferCommand(),
+      makeStubCommand(), makeWrapperCommand(), makeConstraintsCommand(), makeAddrCommand()};
   return all;
 }
 
@@ -220,18 +232,21 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
       }
     } else if (std::find(cmd->flags.begin(), cmd->flags.end(), a) != cmd->flags.end()) {
       inv.flags.push_back(a);
-    } else if (auto const opt =
-                   std::find_if(cmd->options.begin(), cmd->options.end(),
-                                [&a](std::string const& o) { return a == o || a.rfind(o + "=", 0) == 0; });
-               opt != cmd->options.end()) {
+    } else if (std::string const* opt = findValueOption(*cmd, a)) {
+      std::string value;
       if (a == *opt) {
         if (i + 1 == args.size()) {
           err << "bmtool " << cmd->name << ": " << a << " needs a value\n";
           return EXIT_USAGE;
         }
-        inv.options[*opt] = args[++i];
+        value = args[++i];
       } else {
-        inv.options[*opt] = a.substr(opt->size() + 1);
+        value = a.substr(opt->size() + 1);
+      }
+      if (std::find(cmd->lists.begin(), cmd->lists.end(), *opt) != cmd->lists.end()) {
+        inv.lists[*opt].push_back(value);
+      } else {
+        inv.options[*opt] = value;
       }
     } else {
       err << "bmtool " << cmd->name << ": unknown option '" << a << "'\nUsage: " << cmd->usage << '\n';

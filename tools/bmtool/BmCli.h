@@ -20,7 +20,8 @@ enum ExitCode : int { EXIT_OK = 0, EXIT_FAILED = 1, EXIT_USAGE = 2 };
 struct Invocation {
   std::vector<std::string> positional;
   std::vector<std::string> flags;  ///< the subcommand's own flags that were given, e.g. "--pretty"
-  std::map<std::string, std::string> options;  ///< the subcommand's own options with their values
+  std::map<std::string, std::string> options;             ///< the subcommand's own options with their values
+  std::map<std::string, std::vector<std::string>> lists;  ///< the values of repeatable options, in order
   std::ostream* out = nullptr;
   std::ostream* err = nullptr;
   /// With --lenient a design whose read sent errors is still used; without it the command stops.
@@ -43,6 +44,7 @@ struct Command {
   std::string help;
   std::vector<std::string> flags;
   std::vector<std::string> options;  ///< options that take a value: "--depth 3" or "--depth=3"
+  std::vector<std::string> lists;    ///< options that take a value and may be given again: "--skip a"
   int minArgs = 0;
   int maxArgs = -1;
   std::function<int(Invocation const&)> run;
@@ -73,6 +75,7 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
 /// The subcommands.
 Command makeAddrCommand();
 Command makeInfoCommand();
+Command makeConstraintsCommand();
 Command makeConvertCommand();
 Command makeGenerateCommand();
 Command makeInferCommand();

@@ -1,8 +1,9 @@
-// BmCommandHdl.cpp: "bmtool stub" and "wrapper": the Verilog stub and the SystemVerilog wrapper of one
-// block of a block model file.
+// BmCommandHdl.cpp: "bmtool stub", "wrapper" and "constraints": the Verilog stub, the SystemVerilog wrapper
+// and the NoC constraint script of one block of a block model file.
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMSVlogWriter.h"
 #include "blockmodel/HABMVlogWriter.h"
+#include "blockmodel/HABMXdcWriter.h"
 #include "util/HUTFile.h"
 
 #include "BmAxiDefinitions.h"
@@ -44,6 +45,15 @@ int runWrapper(Invocation const& inv) {
   });
 }
 
+int runConstraints(Invocation const& inv) {
+  auto const skip = inv.lists.find("--skip");
+  std::vector<std::string> const skipPaths =
+      skip == inv.lists.end() ? std::vector<std::string>() : skip->second;
+  return runHdl(inv, "constraints", [&skipPaths](std::string const& out, HABMBlock const& block) {
+    return HABMXdcWriter::writeXdc(block, HUTFile(out), false, skipPaths);
+  });
+}
+
 }  // namespace
 
 Command makeStubCommand() {
@@ -77,6 +87,25 @@ Command makeWrapperCommand() {
   c.minArgs = 2;
   c.maxArgs = 2;
   c.run = runWrapper;
+  return c;
+}
+
+Command makeConstraintsCommand() {
+  Command c;
+  c.name = "constraints";
+  c.summary = "write the NoC constraint script of one block";
+  c.usage = "bmtool constraints FILE OUT [--instance PATH] [--skip PATH]...";
+  c.help =
+      "Reads FILE and writes to OUT the Tcl script that recreates the NoC objects below the block at\n"
+      "PATH (the top block by default): editable NoC interfaces and connections are created, those of\n"
+      "OPM NoC modules looked up, and their properties set. Paths in the script are relative to the\n"
+      "block. --skip leaves out the objects of every block whose path relative to the block starts\n"
+      "with the given text (repeatable). OUT is replaced only when the whole file was written.\n";
+  c.options = {"--instance"};
+  c.lists = {"--skip"};
+  c.minArgs = 2;
+  c.maxArgs = 2;
+  c.run = runConstraints;
   return c;
 }
 

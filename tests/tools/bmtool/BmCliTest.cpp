@@ -38,6 +38,7 @@ CliRun run(std::vector<std::string> const& args) {
 
 TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
   std::string const soc = std::string(MZ_EXAMPLES_DIR) + "/soc.bm";
+  std::string const noc = std::string(MZ_EXAMPLES_DIR) + "/noc.bm";
   std::string const missing = "/none.bm";
   std::string const out = path("out");
   struct {
@@ -68,6 +69,11 @@ TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
        "could not write '/no/such/dir/x.v': No such file"},
       {{"convert", soc, "/no/such/dir/x.bm"}, bmtool::EXIT_FAILED, "'/no/such/dir/x.bm': No such file"},
       {{"wrapper", soc, "/no/such/dir/x.sv"}, bmtool::EXIT_FAILED},
+      {{"constraints", noc, out, "--skip", "hbm", "--skip=accel", "--instance", "/"}, bmtool::EXIT_OK},
+      {{"constraints", noc, out, "--skip"}, bmtool::EXIT_USAGE, "--skip needs a value"},
+      {{"constraints", noc, "/no/such/dir/x.tcl"},
+       bmtool::EXIT_FAILED,
+       "[90-7] Could not write the file '/no/such/dir/x.tcl'."},
   };
   for (auto const& c : cases) {
     CliRun const r = run(c.args);
