@@ -9,6 +9,7 @@
 #include <boost/algorithm/string/join.hpp>
 
 #include <algorithm>
+#include <limits>
 
 using habm_detail::ChildKind;
 using habm_detail::createChild;
@@ -71,7 +72,9 @@ template <class K>
 std::vector<typename K::Child*> findAll(HABMBlock const& block, std::string const& pattern, bool recursive) {
   using T = typename K::Child;
   return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
-    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
+    // Without a pattern no path is compared: a deep tree then costs no path per block.
+    std::string const prefix =
+        pattern.empty() ? std::string() : HABMPath::terminate(holder.getInstancePath());
     for (T* child : K::list(holder)) {
       take(child, pattern.empty() ? std::string() : prefix + HABMChildName<T>::of(*child));
     }
@@ -95,7 +98,8 @@ std::vector<typename K::Child*> findNocObjects(HABMBlock const& block, std::stri
                                                bool recursive, bool excludeIni) {
   using T = typename K::Child;
   return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
-    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
+    std::string const prefix =
+        pattern.empty() ? std::string() : HABMPath::terminate(holder.getInstancePath());
     for (T* child : K::list(holder)) {
       if (!excludeIni || !child->isIniCategory()) {
         take(child, pattern.empty() ? std::string() : prefix + child->getName());
@@ -104,19 +108,30 @@ std::vector<typename K::Child*> findNocObjects(HABMBlock const& block, std::stri
   });
 }
 
-// Sub-blocks put each sub-block's finds before the direct sub-blocks.
+// Sub-blocks put each sub-block's finds before the direct sub-blocks. The walk keeps its own stack, so a
+// deep hierarchy cannot exhaust the call stack: a block's direct sub-blocks are listed when its last
+// sub-block's subtree is done.
 void findSubBlocksInto(HABMBlock const& block, std::string const& pattern, bool recursive,
                        std::vector<HABMBlock*>& out) {
-  std::vector<HABMBlock*> const direct = block.getSubBlocks();
-  if (recursive) {
-    for (HABMBlock const* sub : direct) {
-      findSubBlocksInto(*sub, pattern, recursive, out);
+  struct Frame {
+    std::vector<HABMBlock*> direct;
+    std::size_t next;
+  };
+  std::vector<Frame> stack;
+  stack.push_back({block.getSubBlocks(), recursive ? 0 : std::numeric_limits<std::size_t>::max()});
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    if (frame.next < frame.direct.size()) {
+      HABMBlock const* sub = frame.direct[frame.next++];
+      stack.push_back({sub->getSubBlocks(), 0});
+      continue;
     }
-  }
-  for (HABMBlock* sub : direct) {
-    if (pattern.empty() || HABMUtils::wildcard_match(pattern, sub->getInstancePath())) {
-      out.push_back(sub);
+    for (HABMBlock* sub : frame.direct) {
+      if (pattern.empty() || HABMUtils::wildcard_match(pattern, sub->getInstancePath())) {
+        out.push_back(sub);
+      }
     }
+    stack.pop_back();
   }
 }
 
