@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <utility>
+#include <vector>
 
 using habm_detail::ChildKind;
 using habm_detail::isRefusedName;
@@ -122,10 +123,19 @@ HABMBlock* HABMBlock::getTop() {
 }
 
 std::string HABMBlock::getInstancePath() const {
-  if (parent_ == nullptr) {
-    return std::string(1, HABMPath::SEPARATOR());
+  // Built from the top down in one string: a deep hierarchy costs neither call stack nor a copy per level.
+  std::vector<HABMBlock const*> chain;
+  for (HABMBlock const* block = this; block->parent_ != nullptr; block = block->parent_) {
+    chain.push_back(block);
   }
-  return HABMPath::terminate(parent_->getInstancePath()) + instanceName_;
+  std::string path(1, HABMPath::SEPARATOR());
+  for (auto it = chain.rbegin(); it != chain.rend(); ++it) {
+    if (path.back() != HABMPath::SEPARATOR()) {
+      path += HABMPath::SEPARATOR();
+    }
+    path += (*it)->instanceName_;
+  }
+  return path;
 }
 
 int HABMBlock::getInstanceDepth() const {
