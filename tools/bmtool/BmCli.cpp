@@ -102,9 +102,9 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 }
 
 std::vector<Command> const& commands() {
-  static std::vector<Command> const all = {makeInfoCommand(),  makeConvertCommand(), makeGenerateCommand(),
-                                           makeInferCommand(), makeStubCommand(),    makeWrapperCommand(),
-                                           makeAddrCommand()};
+  static std::vector<Command> const all = {makeInfoCommand(),    makeConvertCommand(), makeGenerateCommand(),
+                                           makeInferCommand(),   makeCheckCommand(),   makeStubCommand(),
+                                           makeWrapperCommand(), makeAddrCommand()};
   return all;
 }
 
@@ -185,7 +185,11 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
     }
   }
 
-  ComMsgListenerGuard printer([&err](ComMsgRecord const& r) { ComMsgMgr::print(err, r); });
+  ComMsgListenerGuard printer([&err, &cmd](ComMsgRecord const& r) {
+    if (!cmd->reportsFindings || r.shape != ComMsgShape::DEFERRED) {
+      ComMsgMgr::print(err, r);
+    }
+  });
   ComMsgScopeGuard traces("HABM", verbose);
   return cmd->run(inv);
 }

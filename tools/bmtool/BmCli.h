@@ -40,6 +40,8 @@ struct Command {
   std::vector<std::string> options;  ///< options that take a value: "--depth 3" or "--depth=3"
   int minArgs = 0;
   int maxArgs = -1;
+  /// The command prints the deferred findings it asks for itself; the stderr printer leaves them out.
+  bool reportsFindings = false;
   std::function<int(Invocation const&)> run;
 };
 
@@ -61,6 +63,7 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
 
 /// The subcommands.
 Command makeAddrCommand();
+Command makeCheckCommand();
 Command makeInfoCommand();
 Command makeConvertCommand();
 Command makeGenerateCommand();
