@@ -111,8 +111,8 @@ int runCheck(Invocation const& inv) {
     }
   }
   if (json) {
-    *inv.out << "{\"counts\":{\"ERROR\":" << counts[0] << ",\"WARNING\":" << counts[1]
-             << ",\"INFO\":" << counts[2] << "}}\n";
+    *inv.out << R"({"counts":{"ERROR":)" << counts[0] << R"(,"WARNING":)" << counts[1] << R"(,"INFO":)"
+             << counts[2] << "}}\n";
   } else {
     *inv.out << "Findings: ERROR " << counts[0] << ", WARNING " << counts[1] << ", INFO " << counts[2]
              << '\n';

@@ -463,7 +463,9 @@ void checkStreamFanout(std::set<HABMNocPath> const& paths, Findings& findings) {
     TakenIds taken;
     int onOpm = 0;
     int others = 0;
-    for (auto const& [endpointPath, endpoint] : endpoints) {
+    for (ByPath const& entry : endpoints) {
+      std::string const& endpointPath = entry.first;
+      N const* endpoint = entry.second;
       bool const opm = onOpmNocModule(endpoint);
       ++(opm ? onOpm : others);
       if (inBlockDesign && opm && !structuralNxMFlow()) {
