@@ -21,6 +21,7 @@
 #include <boost/format.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <string>
@@ -413,11 +414,9 @@ class TakenIds {
     while (it != ranges_.end() && it->first <= last) {
       HABMAddrValue id = std::max(it->first, first);
       HABMAddrValue const end = std::min(it->second, last);
-      for (; reported < kMaxOverlapFindings; ++reported, ++id) {
+      for (bool more = true; more && reported < kMaxOverlapFindings; ++reported, ++id) {
         overlap(id);
-        if (id == end) {
-          break;
-        }
+        more = id != end;
       }
       low = std::min(low, it->first);
       high = std::max(high, it->second);

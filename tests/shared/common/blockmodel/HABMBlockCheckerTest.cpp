@@ -483,6 +483,17 @@ TEST_F(HABMStreamFanout, DestinationIdsMustBeSetAndDisjoint) {
                     "738 /bd/n /ep/s6 0x7", "738 /bd/n /ep/s7 0x5"}));
 }
 
+// A file may claim ids of any width: two endpoints that share 2^80 ids are reported in bounded time.
+TEST_F(HABMStreamFanout, HugeOverlapsAreReportedUpToALimit) {
+  for (char const* name : {"s1", "s2"}) {
+    N* nsu = makeNocInterface(*ep_, name, N::MODE_NSU, N::PROTOCOL_AXIS);
+    nsu->setTdestWidth("96");
+    EXPECT_TRUE(nsu->setTdestId("0:0xFFFF_FFFF_FFFF_FFFF_FFFF"));
+    link("bd/n", std::string("ep/") + name);
+  }
+  EXPECT_EQ(briefs(Checker::validate_noc_paths).size(), 4096U);
+}
+
 TEST_F(HABMStreamFanout, SeventeenEndpointsAreTooManyAndTheIdChecksGoOn) {
   for (int i = 1; i <= 16; ++i) {
     endpoint("s" + std::to_string(i), std::to_string(i % 16));
