@@ -179,7 +179,7 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 
 std::vector<Command> const& commands() {
   static std::vector<Command> const all = {
-      makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),    makeInferCommand(),
+      makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),    makeInferCommand(), makeCheckCommand(),
       makeStubCommand(), makeWrapperCommand(), makeConstraintsCommand(), makeAddrCommand()};
   return all;
 }
@@ -275,7 +275,11 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
     }
   }
 
-  ComMsgListenerGuard printer([&err](ComMsgRecord const& r) { ComMsgMgr::print(err, r); });
+  ComMsgListenerGuard printer([&err, &cmd](ComMsgRecord const& r) {
+    if (!cmd->reportsFindings || r.shape != ComMsgShape::DEFERRED) {
+      ComMsgMgr::print(err, r);
+    }
+  });
   ComMsgScopeGuard traces("HABM", verbose);
   int const code = cmd->run(inv);
   if (inv.readErrors > 0) {

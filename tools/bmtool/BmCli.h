@@ -47,6 +47,8 @@ struct Command {
   std::vector<std::string> lists;    ///< options that take a value and may be given again: "--skip a"
   int minArgs = 0;
   int maxArgs = -1;
+  /// The command prints the deferred findings it asks for itself; the stderr printer leaves them out.
+  bool reportsFindings = false;
   std::function<int(Invocation const&)> run;
 };
 
@@ -74,6 +76,7 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
 
 /// The subcommands.
 Command makeAddrCommand();
+Command makeCheckCommand();
 Command makeInfoCommand();
 Command makeConstraintsCommand();
 Command makeConvertCommand();

@@ -4,10 +4,12 @@
 #include "BmCli.h"
 
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMNocInterface.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTFile.h"
 
 #include "../../shared/common/blockmodel/HABMTestFiles.h"
+#include "BmHdlHarness.h"
 
 #include <gtest/gtest.h>
 
@@ -74,6 +76,11 @@ TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
       {{"constraints", noc, "/no/such/dir/x.tcl"},
        bmtool::EXIT_FAILED,
        "[90-7] Could not write the file '/no/such/dir/x.tcl'."},
+      {{"check"}, bmtool::EXIT_USAGE},
+      {{"check", soc, "--format", "xml"}, bmtool::EXIT_USAGE, "--format takes 'text' or 'json'"},
+      {{"check", missing}, bmtool::EXIT_FAILED, "[90-4]"},
+      {{"check", soc, "--instance", "/nowhere"}, bmtool::EXIT_FAILED, "no block at '/nowhere'"},
+      {{"check", soc, "--hdl", "--format=json"}, bmtool::EXIT_OK},
   };
   for (auto const& c : cases) {
     CliRun const r = run(c.args);
@@ -130,6 +137,70 @@ TEST_F(BmCli, GenerateConvertAndInfoAgreeOnTheDesign) {
   }
 }
 
+// The NoC example breaks one rule and earns one notice; a variant without the error, with its region left
+// to run time, earns a lowered notice instead and passes.
+TEST_F(BmCli, CheckPrintsEachFindingAndFailsOnErrorsOnly) {
+  CliRun const example = run({"check", MZ_EXAMPLES_DIR "/noc.bm"});
+  EXPECT_EQ(example.code, bmtool::EXIT_FAILED);
+  EXPECT_EQ(
+      example.out,
+      "ERROR: [90-6] Design rule violation on module 'noc_soc': NOC interface '/cpu/M_AXI_nmu' parameter ' "
+      "WRITE_TRAFFIC_CLASSs invalid value 'low_latency'. Valid values are: 'best_effort', 'isochronous'.\n"
+      "WARNING: [90-10] Design rule notice on module 'noc_soc': Addressable NOC interface 'vnmu0' on RP "
+      "instance '/accel' must specify one or more address apertures for RSW verification.\n"
+      "Findings: ERROR 1, WARNING 1, INFO 0\n");
+  EXPECT_EQ(example.err, "");  // findings are the output, not also messages
+
+  auto top = HABMBlock::readTopBlock(HUTFile(MZ_EXAMPLES_DIR "/noc.bm"));
+  ASSERT_TRUE(top);
+  top->findNocInterface("cpu/M_AXI_nmu", true)->setWriteTrafficClass(HABMNocInterface::TRAFFIC_BEST_EFFORT);
+  top->getSubBlock("accel")->setBlockStub(true);
+  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("variant.bm")), *top, false));
+  CliRun const variant = run({"check", path("variant.bm"), "--format", "json"});
+  EXPECT_EQ(variant.code, bmtool::EXIT_OK);
+  EXPECT_EQ(
+      variant.out,
+      R"({"severity":"INFO","id":"90-10","module":"noc_soc","text":"Design rule notice on module 'noc_soc': )"
+      R"(Found instance '/accel' with unresolved RSW region 'accel_rp'. RSW region must be provided at )"
+      R"(runtime.","rule":82})"
+      "\n"
+      R"({"severity":"WARNING","id":"90-10","module":"noc_soc","text":"Design rule notice on module )"
+      R"('noc_soc': Addressable NOC interface 'vnmu0' on RP instance '/accel' must specify one or more )"
+      R"(address apertures for RSW verification.","rule":553})"
+      "\n"
+      R"({"counts":{"ERROR":0,"WARNING":1,"INFO":1}})"
+      "\n");
+  // The checks run on the named block alone, which does not see the link drawn above it.
+  CliRun const ddr = run({"check", MZ_EXAMPLES_DIR "/noc.bm", "--instance", "/ddr"});
+  EXPECT_EQ(ddr.code, bmtool::EXIT_OK);
+  EXPECT_EQ(ddr.out,
+            "WARNING: [90-10] Design rule notice on module 'ddr4_ctrl': NOC interface '/ddr/S_AXI_nsu' is "
+            "currently "
+            "unconnected. Please connect all NOC interfaces before implementing design.\n"
+            "Findings: ERROR 0, WARNING 1, INFO 0\n");
+}
+
+// Names come from files and may hold anything; a finding stays one line of text, or one valid JSON object.
+TEST_F(BmCli, CheckOutputStaysOneLinePerFindingWhateverANameHolds) {
+  auto top = HABMBlock::createTopBlock("q\"\t\xc3\xa9\xff");
+  top->setBlockStub(true);
+  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("odd.bm")), *top, false));
+  CliRun const text = run({"check", path("odd.bm")});
+  EXPECT_EQ(text.out.substr(0, text.out.find('\n')),
+            "WARNING: [90-10] Design rule notice on module 'q\"\\x09\xc3\xa9\xff': Found instance '/' with "
+            "unresolved "
+            "module 'q\"\\x09\xc3\xa9\xff'.");
+  CliRun const json = run({"check", path("odd.bm"), "--format", "json"});
+  EXPECT_EQ(json.out.substr(0, json.out.find('\n')),
+            R"({"severity":"WARNING","id":"90-10","module":"q\"\u0009)"
+            "\xc3\xa9"
+            R"(\u00ff","text":"Design rule notice on module 'q\"\u0009)"
+            "\xc3\xa9"
+            R"(\u00ff': Found instance '/' with unresolved module 'q\"\u0009)"
+            "\xc3\xa9"
+            R"(\u00ff'.","rule":101})");
+}
+
 // The example's "/periph/dma0" brings six interfaces as port attributes.
 TEST_F(BmCli, InferRebuildsTheNamedBlockOnly) {
   for (auto const& [instance, interfaces] : {std::pair{"/", "15"}, {"/periph/dma0", "21"}}) {
@@ -141,78 +212,7 @@ TEST_F(BmCli, InferRebuildsTheNamedBlockOnly) {
   }
 }
 
-// A stub has no contents by design, so its inputs and parameters are unused and its outputs undriven;
-// the harness around a wrapper only connects. A port numbered upwards ([0:5]) is the design's choice,
-// which the stub keeps bound for bound. The file names are the test's own. Everything else that -Wall
-// reports fails the check.
-constexpr char kVerilator[] =
-    "verilator --lint-only -Wall -Wno-DECLFILENAME -Wno-UNUSEDSIGNAL -Wno-UNUSEDPARAM -Wno-UNDRIVEN "
-    "-Wno-LITENDIAN";
-
-// The lines strictly between the line holding `startTag` and the line holding `endTag`.
-std::string stretch(std::string const& text, std::string const& startTag, std::string const& endTag) {
-  std::size_t const start = text.find(startTag);
-  std::size_t const end = text.find(endTag);
-  EXPECT_TRUE(start != std::string::npos && end != std::string::npos) << startTag << " or " << endTag;
-  std::size_t const from = text.find('\n', start) + 1;
-  std::size_t const to = text.rfind('\n', end);
-  return to > from ? text.substr(from, to - from) + "\n" : std::string();
-}
-
-class BmHdlTool : public habm_test::TempDirTest {
- protected:
-  void SetUp() override {
-    TempDirTest::SetUp();
-    if (std::system("verilator --version >/dev/null 2>&1 && iverilog -V >/dev/null 2>&1") != 0) {
-      GTEST_SKIP() << "Verilator or Icarus Verilog is not installed";
-    }
-  }
-
-  void expectAccepted(std::string const& command) const {
-    int const status = std::system((command + " >" + path("tool.log") + " 2>&1").c_str());
-    EXPECT_EQ(status, 0) << command << "\n" << bytes(path("tool.log"));
-  }
-
-  void checkStub(std::string const& stub) const {
-    SCOPED_TRACE(stub);
-    expectAccepted(std::string(kVerilator) + " " + stub);
-    expectAccepted("iverilog -g2005 -o /dev/null " + stub);
-    expectAccepted("iverilog -g2012 -o /dev/null " + stub);
-  }
-
-  // A wrapper file is made to be cut apart: its template stretches are pasted by the user into a module of
-  // their own, so they stand at file scope in the file itself and no tool reads the file whole. The check
-  // pastes them as a user would: the include and module stretches in one file, the templates inside a top
-  // module that declares a wire for each flat port, named by the last word of its line ("[3:0]d").
-  void checkWrapper(std::string const& wrapper, std::string const& stub) const {
-    SCOPED_TRACE(wrapper);
-    std::string const text = bytes(wrapper);
-    std::string const module = stretch(text, "// INCLUDE_TAG", "// -- INCLUDE_TAG_END") +
-                               stretch(text, "// MODULE_TAG", "//-- MODULE_TAG_END");
-    std::size_t const headFrom = module.find("(\n") + 2;
-    std::istringstream head(module.substr(headFrom, module.find("\n);") - headFrom));
-    std::string wires;
-    bool interfacePorts = false;
-    for (std::string line; std::getline(head, line);) {
-      std::string const last = line.substr(line.find_last_of(' ') + 1);
-      interfacePorts = interfacePorts || line.find('.') != std::string::npos;
-      if (line.find('.') == std::string::npos && !last.empty()) {
-        wires += "  wire " + last.substr(0, last.find(',')) + ";\n";
-      }
-    }
-    std::string const base = path(fs::path(wrapper).stem().string());
-    habm_test::put(base + "_module.sv", module);
-    habm_test::put(base + "_top.sv", "module mz_check_top;\n" + wires +
-                                         stretch(text, "// INTF_TAG", "//-- INTF_TAG_END") +
-                                         stretch(text, "// INST_TAG", "//-- INST_TAG_END") + "endmodule\n");
-    std::string const files = " -I" MZ_HDL_DIR " " + stub + " " + base + "_module.sv " + base + "_top.sv";
-    expectAccepted(std::string(kVerilator) + " --top-module mz_check_top" + files);
-    // Icarus Verilog has no interface ports; it reads the wrappers that keep every port flat.
-    if (!interfacePorts) {
-      expectAccepted("iverilog -g2012 -s mz_check_top -o /dev/null" + files);
-    }
-  }
-};
+using bm_hdl_test::BmHdlTool;
 
 TEST_F(BmHdlTool, GoldenFilesAndTheExamplesStubsAndWrappersPassTheTools) {
   for (auto const& entry : fs::directory_iterator(MZ_GOLDEN_DIR "/stub")) {

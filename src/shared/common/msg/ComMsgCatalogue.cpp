@@ -20,6 +20,16 @@ std::vector<ComMsgCatalogue::Entry> const& catalogue() {
       {"90-7", 1, "Could not write the file '%1%'."},
       {"90-8", 2, "The block model file has a value of type %1% for '%2%', which cannot be converted."},
       {"90-9", 1, "The block model file lacks the required member '%1%'."},
+      {"HDL-1", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-10", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-2", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-3", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-4", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-5", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-6", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-7", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-8", 2, "HDL hazard in module '%1%':%2%"},
+      {"HDL-9", 2, "HDL hazard in module '%1%':%2%"},
   };
   return table;
 }

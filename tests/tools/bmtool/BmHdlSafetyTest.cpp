@@ -1,0 +1,196 @@
+// BmHdlSafetyTest.cpp: the HDL hazard findings of `bmtool check --hdl`: which names count, and for one
+// design of each hazard, that the real tools do with the stub and the wrapper what the finding says.
+#include "BmHdlSafety.h"
+
+#include "blockmodel/HABMAttribute.h"
+#include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMGeneric.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMSVlogWriter.h"
+#include "blockmodel/HABMVlogWriter.h"
+#include "util/HUTFile.h"
+
+#include "../../shared/common/blockmodel/HABMHdlTestUtil.h"
+#include "BmAxiDefinitions.h"
+#include "BmHdlHarness.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+using habm_hdl_test::busInterface;
+using habm_hdl_test::design;
+
+struct Finding {
+  int hazard;
+  std::string module;
+  std::string text;
+};
+
+std::vector<Finding> hazardsOf(HABMBlock const& block) {
+  std::vector<ComMsgMgrInstance> found;
+  bmtool::findHdlHazards(block, found);
+  std::vector<Finding> out;
+  for (ComMsgMgrInstance const& f : found) {
+    ComMsgRecord const& r = f.getRecord();
+    EXPECT_EQ(r.mask, 0x10000000U);
+    EXPECT_EQ(r.catalogueId(), "HDL-" + std::to_string(r.line));
+    out.push_back({r.line, r.args.front(), r.args.back()});
+  }
+  return out;
+}
+
+HABMPort* port(HABMBlock& block, std::string const& name, HABMPort::PortDirection direction,
+               std::uint32_t left) {
+  HABMPort* p = block.createPort(name, false);
+  p->setPortDirection(direction);
+  p->setPortType(left == 0 ? HABMPort::TYPE_WIRE : HABMPort::TYPE_VECTOR);
+  p->setPortLeft(left);
+  return p;
+}
+
+TEST(BmHdlSafety, NamesAreJudgedAsVerilogIdentifiers) {
+  std::vector<std::pair<std::vector<std::string>, int>> const groups = {
+      // hazard 0: none
+      {{"ok_1", "a$b"}, 0},
+      {{"input", "logic", "interface"}, 1},
+      {{"x-y", "3abc", "a.b", "a b", "d[]"}, 2},
+      {{"data[3]", "d[7:0]"}, 3},
+      {{"a\nb", std::string("a\0b", 3)}, 10}};
+  for (auto const& [names, hazard] : groups) {
+    for (std::string const& name : names) {
+      auto top = HABMBlock::createTopBlock("m");
+      port(*top, name, HABMPort::DIR_IN, 7);
+      std::vector<Finding> const found = hazardsOf(*top);
+      if (hazard == 0) {
+        EXPECT_TRUE(found.empty()) << name;
+      } else {
+        ASSERT_EQ(found.size(), 1U) << bmtool::escapeControls(name);
+        EXPECT_EQ(found.front().hazard, hazard) << bmtool::escapeControls(name);
+        // The path is printable whatever the name holds.
+        EXPECT_EQ(found.front().text.find_first_of(std::string("\n\r\0", 3)), std::string::npos);
+      }
+    }
+  }
+}
+
+TEST(BmHdlSafety, EveryBlockBelowIsJudgedAndCleanDesignsGiveNothing) {
+  auto top = design("top", "in clk, out [7:0] q");
+  HABMBlock* sub = top->createSubBlock("u0", "leaf", false);
+  port(*sub, "wire", HABMPort::DIR_IN, 0);
+  sub->createGeneric("WIDTH", "8");
+  busInterface(*top, "S_AXI", "orvane:interface:aximm:1.0", HABMInterface::MODE_SLAVE, "", "WDATA=q");
+  std::vector<Finding> const found = hazardsOf(*top);
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found.front().module, "leaf");
+  EXPECT_EQ(found.front().text,
+            " Port '/u0/wire' is named by the reserved word 'wire': Verilator and Icarus Verilog "
+            "reject the stub and the wrapper.");
+  EXPECT_EQ(hazardsOf(*design("top", "in clk, out [7:0] q, phantom [3:0] p")).size(), 1U);
+}
+
+// One design for each hazard, and what each tool does with the files: the finding's word, proven. Each
+// design is module "m" with an input [7:0] a, and what the case adds.
+class BmHdlHazards : public bm_hdl_test::BmHdlTool {};
+
+enum Verdict { ANY, ACCEPTS, REJECTS };
+
+HABMInterface* axi(HABMBlock& b, std::string const& name, std::string const& vlnv = "aximm") {
+  return busInterface(b, name, "orvane:interface:" + vlnv + ":1.0", HABMInterface::MODE_SLAVE, "",
+                      vlnv == "aximm" ? "AWADDR=a" : "TDATA=a TVALID=v");
+}
+
+TEST_F(BmHdlHazards, EachFindingSaysWhatTheToolsDo) {
+  using B = HABMBlock&;
+  constexpr auto IN = HABMPort::DIR_IN;
+  struct Case {
+    std::function<void(HABMBlock&)> build;
+    int hazard;
+    char const* claim;  // a part of the finding's text
+    Verdict stubVerilator, stubIcarus, wrapperVerilator, wrapperIcarus;
+  } const cases[] = {
+      {[](B b) { port(b, "input", IN, 7); }, 1, "Port '/input' is named by the reserved word 'input'",
+       REJECTS, REJECTS, REJECTS, REJECTS},
+      {[](B b) { port(b, "x-y", IN, 7); }, 2, "reject the stub and the wrapper", REJECTS, REJECTS, REJECTS,
+       REJECTS},
+      {[](B b) { port(b, "data[3]", IN, 7); }, 3,
+       "Verilator takes the stub's port for an array 'data' without a", ACCEPTS, ANY, REJECTS, REJECTS},
+      {[](B b) { b.setModuleName("module"); }, 1,
+       "Module of block '/' is named by the reserved word 'module'", REJECTS, REJECTS, REJECTS, REJECTS},
+      {[](B b) { b.createGeneric("logic", "1"); }, 1, "Generic '/logic'", REJECTS, REJECTS, ANY, ANY},
+      {[](B b) { b.createGeneric("p[3]", "1"); }, 3, "Verilator takes the stub's parameter for an array 'p'",
+       ACCEPTS, REJECTS, ANY, ANY},
+      {[](B b) { b.createAttribute("a-b", "1"); }, 2,
+       "Icarus Verilog rejects the stub, and Verilator ignores", ACCEPTS, REJECTS, ANY, ANY},
+      {[](B b) { axi(b, "interface"); }, 1,
+       "Interface '/interface' is named by the reserved word 'interface': "
+       "Verilator rejects the wrapper.",
+       ACCEPTS, ACCEPTS, REJECTS, ANY},
+      {[](B b) {
+         axi(b, "S0");
+         axi(b, "S1");
+       },
+       4, "'S0', 'S1': the wrapper connects it as '.a(S0.AWADDR)(S1.AWADDR)'", ACCEPTS, ACCEPTS, REJECTS,
+       ANY},
+      {[](B b) {
+         b.getPort("a")->setPortDirection(HABMPort::DIR_OUT);  // which the phantom port then takes over
+         port(b, "p", HABMPort::DIR_PHANTOM, 7);
+       },
+       5, "Icarus Verilog rejects the wrapper, and Verilator gives the port the direction", ACCEPTS, ACCEPTS,
+       ACCEPTS, REJECTS},
+      {[](B b) { port(b, "w", IN, 0)->setPortLeft(7); }, 6,
+       "wire with the bounds [7:0]: the stub declares it 1 bit wide and the wrapper 8", ACCEPTS, ACCEPTS,
+       REJECTS, ACCEPTS},
+      {[](B b) {
+         axi(b, "S_AXIS", "axis");
+         port(b, "v", IN, 0);
+         b.getPort("a")->setPortLeft(11);
+       },
+       7,
+       "port 'a' of 12 bits, no multiple of 8: the wrapper declares the interface with TDATA_NUM_BYTES(1), 8 "
+       "bits",
+       ACCEPTS, ACCEPTS, REJECTS, ANY},
+      {[](B b) { b.createAttribute("NOTE", "say \"hi\""); }, 8, "Attribute '/NOTE' has a double quote", ANY,
+       REJECTS, ANY, ANY},
+      {[](B b) { axi(b, "S")->createParameter("NOTE", "a\"b"); }, 8, "Interface parameter '/S/NOTE'", ANY,
+       REJECTS, ANY, ANY},
+      {[](B b) { b.createGeneric("W", ""); }, 9, "writes 'parameter W = ' with nothing after it", REJECTS,
+       REJECTS, ANY, ANY},
+      {[](B b) { port(b, "a\nb", IN, 7); }, 10, "Port '/a\\nb' has a newline or NUL in its name", ANY,
+       REJECTS, ANY, ANY},
+      {[](B b) { port(b, std::string("a\0b", 3), IN, 7); }, 10, "Port '/a\\0b'", ANY, REJECTS, ANY, ANY},
+  };
+  int index = 0;
+  for (Case const& c : cases) {
+    std::string const base = path("case" + std::to_string(index++));
+    SCOPED_TRACE(base);
+    auto top = HABMBlock::createTopBlock("m");
+    port(*top, "a", IN, 7);
+    c.build(*top);
+    std::vector<Finding> const found = hazardsOf(*top);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.front().hazard, c.hazard);
+    EXPECT_NE(found.front().text.find(c.claim), std::string::npos) << found.front().text;
+
+    ASSERT_TRUE(HABMVlogWriter::writeStub(HUTFile(base + ".v"), *top, false));
+    bmtool::fillAxiAbstractionDefinitions(*top);
+    ASSERT_TRUE(HABMSVlogWriter::writeSVEO(base + ".sv", *top));
+    auto const judge = [&](Verdict verdict, std::string const& command) {
+      if (verdict != ANY) {
+        ASSERT_FALSE(command.empty()) << "no tool reads this file";
+        EXPECT_EQ(accepts(command), verdict == ACCEPTS) << command << "\n" << log();
+      }
+    };
+    bm_hdl_test::ToolCommands const stub = stubCommands(base + ".v");
+    bm_hdl_test::ToolCommands const wrapper = wrapperCommands(base + ".sv", base + ".v");
+    judge(c.stubVerilator, stub.verilator);
+    judge(c.stubIcarus, stub.icarus.back());
+    judge(c.wrapperVerilator, wrapper.verilator);
+    judge(c.wrapperIcarus, wrapper.icarus.empty() ? std::string() : wrapper.icarus.back());
+  }
+}
+
+}  // namespace
