@@ -23,6 +23,11 @@ if(MZ_BUILD_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+if(MZ_COVERAGE)
+  add_compile_options(--coverage -O0)
+  add_link_options(--coverage)
+endif()
+
 # Every project target links this to get the flags above.
 function(mz_target_defaults target)
   target_link_libraries(${target} PRIVATE mz_project_options)
