@@ -102,8 +102,9 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 }
 
 std::vector<Command> const& commands() {
-  static std::vector<Command> const all = {makeInfoCommand(),  makeConvertCommand(), makeGenerateCommand(),
-                                           makeInferCommand(), makeStubCommand(),    makeWrapperCommand(),
+  static std::vector<Command> const all = {makeInfoCommand(),  makeConvertCommand(),  makeGenerateCommand(),
+                                           makeInferCommand(), makeStubCommand(),     makeWrapperCommand(),
+                                           makeSplitCommand(), makeCanMergeCommand(), makeMergeCommand(),
                                            makeAddrCommand()};
   return all;
 }

@@ -67,5 +67,8 @@ Command makeGenerateCommand();
 Command makeInferCommand();
 Command makeStubCommand();
 Command makeWrapperCommand();
+Command makeSplitCommand();
+Command makeCanMergeCommand();
+Command makeMergeCommand();
 
 }  // namespace bmtool
