@@ -71,7 +71,9 @@ template <class K>
 std::vector<typename K::Child*> findAll(HABMBlock const& block, std::string const& pattern, bool recursive) {
   using T = typename K::Child;
   return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
-    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
+    // Without a pattern no path is looked at, and a deep block's path is long.
+    std::string const prefix =
+        pattern.empty() ? std::string() : HABMPath::terminate(holder.getInstancePath());
     for (T* child : K::list(holder)) {
       take(child, pattern.empty() ? std::string() : prefix + HABMChildName<T>::of(*child));
     }
@@ -95,7 +97,8 @@ std::vector<typename K::Child*> findNocObjects(HABMBlock const& block, std::stri
                                                bool recursive, bool excludeIni) {
   using T = typename K::Child;
   return findMatching<T>(block, pattern, recursive, [&](HABMBlock const& holder, auto const& take) {
-    std::string const prefix = HABMPath::terminate(holder.getInstancePath());
+    std::string const prefix =
+        pattern.empty() ? std::string() : HABMPath::terminate(holder.getInstancePath());
     for (T* child : K::list(holder)) {
       if (!excludeIni || !child->isIniCategory()) {
         take(child, pattern.empty() ? std::string() : prefix + child->getName());
