@@ -15,27 +15,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace {
 
 using N = HABMNocInterface;
-// Hundreds of files are written, each synced to disk: a memory-backed folder, where there is one, keeps
-// the test quick.
-class HABMModularRoundTrip : public habm_test::TempDirTest {
- protected:
-  void SetUp() override {
-    TempDirTest::SetUp();
-    std::filesystem::path const memory = "/dev/shm";
-    std::error_code error;
-    if (std::filesystem::is_directory(memory, error)) {
-      std::filesystem::remove_all(dir_, error);
-      dir_ = memory / dir_.filename();
-      std::filesystem::remove_all(dir_, error);
-      std::filesystem::create_directories(dir_, error);
-    }
-  }
-};
+using HABMModularRoundTrip = habm_test::MemoryDirTest;
 
 bool within(HABMBlock const* block, HABMBlock const& ancestor) {
   for (; block != nullptr; block = block->getParent()) {
