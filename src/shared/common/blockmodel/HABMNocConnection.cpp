@@ -11,6 +11,7 @@
 
 #include <boost/algorithm/string/case_conv.hpp>
 
+#include <string_view>
 #include <utility>
 
 using I = HABMNocInterface;
@@ -54,7 +55,8 @@ HABMBlock const* scopeOf(HABMNocInterface const& iface) {
 // A link names an interface through its last path level, looked up by exact name: comparing that level
 // first spares resolving most links.
 bool lastLevelIs(std::string const& path, std::string const& name) {
-  return HABMPath::get_path_tail(path) == name;
+  std::size_t const cut = path.rfind(HABMPath::SEPARATOR());
+  return std::string_view(path).substr(cut == std::string::npos ? 0 : cut + 1) == name;
 }
 
 // The first link in `block`'s subtree, in the order of findNocConnections, from `source` to `target`, or
