@@ -51,10 +51,16 @@ bool attributeIsTrue(HABMBlock const& block, std::string const& name) {
   return attribute != nullptr && boost::algorithm::iequals(attribute->getValue(), "true");
 }
 
-// Clears the containers of a list of kinds, in the list's order.
+// Clears the containers of a list of kinds, in the list's order; sub-blocks as clearSubBlocks does.
 template <class Kinds>
 void clearKinds(HABMBlock& block, Kinds kinds) {
-  habm_detail::forEachKind(kinds, [&](auto kind) { decltype(kind)::list(block).clear(); });
+  habm_detail::forEachKind(kinds, [&](auto kind) {
+    if constexpr (habm_detail::kindId(decltype(kind){}) == ChildKind::SUB_BLOCK) {
+      block.clearSubBlocks();
+    } else {
+      decltype(kind)::list(block).clear();
+    }
+  });
 }
 
 }  // namespace

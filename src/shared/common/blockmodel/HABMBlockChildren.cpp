@@ -273,7 +273,23 @@ bool HABMBlock::hasSubBlocks() const {
   return !subBlocks_.empty();
 }
 void HABMBlock::clearSubBlocks() {
-  subBlocks_.clear();
+  // The deepest blocks go first, each once it holds no sub-blocks: no destructor then goes down a subtree,
+  // and a deep hierarchy cannot exhaust the stack.
+  std::vector<std::unique_ptr<HABMBlock>> pending;
+  auto const takeAll = [&pending](HABMChildList<HABMBlock>& subBlocks) {
+    for (HABMBlock const* sub : subBlocks.list()) {
+      // The first of the name goes, which is this one or a namesake still to come: all go in the end.
+      pending.push_back(subBlocks.take(sub->instanceName_));
+    }
+  };
+  takeAll(subBlocks_);
+  while (!pending.empty()) {
+    if (pending.back()->subBlocks_.empty()) {
+      pending.pop_back();
+    } else {
+      takeAll(pending.back()->subBlocks_);
+    }
+  }
 }
 
 HABMBlock* HABMBlock::findSubBlock(std::string const& path, bool const& recursive) const {
