@@ -12,7 +12,6 @@
 #include "blockmodel/HABMNocConnection.h"
 #include "blockmodel/HABMNocInterface.h"
 #include "blockmodel/HABMParameter.h"
-#include "blockmodel/HABMPath.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMUtils.h"
 #include "blockmodel/detail/HABMKinds.h"
@@ -340,8 +339,8 @@ class BoundaryCheck {
     }
     if (!target.getAddrSpaceRef().empty() && source.getAddrSpaceRef() != target.getAddrSpaceRef()) {
       addMismatch(
-          "Interface '%s' has ADDRESS SPACE mismatch between source module '%s' and target instance "
-          "'%s': (source)'%s' != '%s'(target)",
+          "Interface '%s' has ADDRESS SPACE mismatch between source module '%s' and target instance '%s': "
+          "(source)'%s' != '%s'(target)",
           name, source.getAddrSpaceRef(), target.getAddrSpaceRef());
       return;
     }
@@ -388,13 +387,11 @@ class BoundaryCheck {
                   map, block->getName());
             } else if (other->getAperture() != block->getAperture()) {
               add("Address block '%s/%s' has APERTURE mismatch between source module '%s' and target "
-                  "instance "
-                  "'%s'.",
+                  "instance '%s'.",
                   map, block->getName());
             } else if (other->getMemoryType() != block->getMemoryType()) {
               add("Address block '%s/%s' has MEMORYTYPE mismatch between source module '%s' and target "
-                  "instance "
-                  "'%s'.",
+                  "instance '%s'.",
                   map, block->getName());
             }
           }
@@ -422,8 +419,7 @@ class BoundaryCheck {
                   space, segment->getName());
             } else if (other->getAperture() != segment->getAperture()) {
               add("Address segment '%s/%s' has APERTURE mismatch between source module '%s' and target "
-                  "instance "
-                  "'%s'.",
+                  "instance '%s'.",
                   space, segment->getName());
             }
           }
@@ -466,8 +462,8 @@ class BoundaryCheck {
               apertureMismatch(source.getApertures(), target.getApertures(), takesRequests(source));
           if (!apertures.empty()) {
             reasons_.push_back(
-                sentence("NOC interface '%s' has APERTURES mismatch between source module '%s' and "
-                         "target instance '%s'.",
+                sentence("NOC interface '%s' has APERTURES mismatch between source module '%s' and target "
+                         "instance '%s'.",
                          name, sourceName_, targetPath_) +
                 apertures);
           }
@@ -475,8 +471,7 @@ class BoundaryCheck {
             HABMParameter const* other = source.getParameter(parameter->getName());
             if (other == nullptr) {
               add("NOC interface parameter '%s/%s' missing from source module '%s' but exists on target "
-                  "instance "
-                  "'%s'.",
+                  "instance '%s'.",
                   name, parameter->getName());
             } else if (other->getValue() != parameter->getValue()) {
               add("NOC interface parameter '%s/%s' has VALUE mismatch between source module '%s' and target "
@@ -498,9 +493,8 @@ class BoundaryCheck {
   std::optional<std::unordered_set<HABMNocInterface const*>> requestedNocInterfaces_;
 };
 
-// The mode of the virtual interface that re-terminates a crossing link on the cut block. A target at the
-// outer end always gives a VNSU; otherwise an entering link to a source inside gives a VNMU, and a
-// leaving link always does.
+// The mode of the virtual interface at which a crossing link is cut: a VNSU when the link starts at an NSU
+// or VNSU; otherwise a VNMU, except for an entering link whose end inside is not an NMU or VNMU.
 HABMNocInterface::NocMode virtualMode(HABMNocInterface const& source, HABMNocInterface const& target,
                                       bool entering) {
   if (source.isTarget()) {
@@ -579,16 +573,16 @@ bool HABMBlock::canSplitBlock(HABMBlock const& block, std::vector<std::string>& 
   std::string const path = block.getInstancePath();
   for (HABMNocConnection const* link : outgoing) {
     reasons.push_back(
-        sentence("Sub-block instance '%s' has an exported NOC connection from source NOC interface "
-                 "'%s' to target NOC interface '%s'. A VNMU or VNSU interface is required to split "
-                 "this NOC connection.",
+        sentence("Sub-block instance '%s' has an exported NOC connection from source NOC interface '%s' to "
+                 "target NOC interface '%s'. A VNMU or VNSU interface is required to split this NOC "
+                 "connection.",
                  path, link->getSourcePath(true), link->getTargetPath(true)));
   }
   for (HABMNocConnection const* link : incoming) {
     reasons.push_back(
-        sentence("Sub-block instance '%s' has an imported NOC connection from source NOC interface "
-                 "'%s' to target NOC interface '%s'. A VNMU or VNSU interface is required to split "
-                 "this NOC connection.",
+        sentence("Sub-block instance '%s' has an imported NOC connection from source NOC interface '%s' to "
+                 "target NOC interface '%s'. A VNMU or VNSU interface is required to split this NOC "
+                 "connection.",
                  path, link->getSourcePath(true), link->getTargetPath(true)));
   }
   return reasons.empty();
