@@ -84,5 +84,8 @@ Command makeGenerateCommand();
 Command makeInferCommand();
 Command makeStubCommand();
 Command makeWrapperCommand();
+Command makeSplitCommand();
+Command makeCanMergeCommand();
+Command makeMergeCommand();
 
 }  // namespace bmtool

@@ -18,6 +18,7 @@
 #include <regex>
 #include <set>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -210,6 +211,123 @@ TEST_F(BmCli, InferRebuildsTheNamedBlockOnly) {
     EXPECT_TRUE(std::regex_search(info, std::regex(std::string("\ninterfaces +") + interfaces + "\n")))
         << info;
   }
+}
+
+// Every block of the examples goes out and comes back through the three commands; the design comes back
+// but for what a merge does on purpose: the top is no longer validated, the block's lock defers upwards
+// again unless it is run-time swapped, and BLOCK_STUB is gone.
+TEST_F(BmCli, SplitCanMergeAndMergeGiveEveryExampleBlockBack) {
+  for (char const* example : {MZ_EXAMPLES_DIR "/noc.bm", MZ_EXAMPLES_DIR "/soc.bm"}) {
+    auto const design = HABMBlock::readTopBlock(HUTFile(example));
+    ASSERT_NE(design, nullptr);
+    std::vector<std::string> paths;
+    for (HABMBlock const* block : design->findSubBlocks("", true)) {
+      paths.push_back(block->getInstancePath());
+    }
+    for (std::string const& instance : paths) {
+      SCOPED_TRACE(std::string(example) + " " + instance);
+      CliRun const split = run({"split", example, "--instance", instance, path("sub.bm"), path("rest.bm")});
+      ASSERT_EQ(split.code, bmtool::EXIT_OK) << split.err;
+      CliRun const check = run({"canmerge", path("rest.bm"), "--instance", instance, path("sub.bm")});
+      EXPECT_EQ(check.code, bmtool::EXIT_OK) << check.out;
+      EXPECT_EQ(check.out, "compatible\n");
+      CliRun const merge = run(
+          {"merge", path("rest.bm"), "--instance", instance, path("sub.bm"), path("back.bm"), "--boundary"});
+      ASSERT_EQ(merge.code, bmtool::EXIT_OK) << merge.err;
+
+      auto const expected = HABMBlock::readTopBlock(HUTFile(example));
+      HABMBlock* block = expected->findSubBlock(instance, true);
+      expected->setValidated(false);
+      if (!block->isBlockRsw()) {
+        block->setLocked(HABMBlock::UNKNOWN);
+      }
+      block->setBlockStub(false);
+      ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("expected.bm")), *expected, false));
+      EXPECT_EQ(bytes(path("back.bm")), bytes(path("expected.bm")));
+    }
+  }
+  // A UART does not fit a CPU's place; each difference is a line.
+  std::string const soc = MZ_EXAMPLES_DIR "/soc.bm";
+  ASSERT_EQ(run({"split", soc, "--instance", "/periph/uart0", path("sub.bm"), path("rest.bm")}).code, 0);
+  CliRun const differ = run({"canmerge", soc, "--instance", "/cpu0", path("sub.bm")});
+  EXPECT_EQ(differ.code, bmtool::EXIT_FAILED);
+  EXPECT_TRUE(std::regex_search(differ.out, std::regex("^(.* source module 'uart16550' .*'/cpu0'.*\n){3,}$")))
+      << differ.out;
+}
+
+// "a" holds "b"; a link enters "b" from "x" beside "a", another leaves it.
+TEST_F(BmCli, ACrossingLinkBarsASplitUnlessVirtualInterfacesCutIt) {
+  auto const design = HABMBlock::createTopBlock("crossing");
+  HABMBlock* b = design->createSubBlock("a", "ma", false)->createSubBlock("b", "mb", false);
+  HABMBlock* x = design->createSubBlock("x", "mx", false);
+  for (auto const& [block, name, mode] : {std::tuple{b, "nmu", HABMNocInterface::MODE_NMU},
+                                          {b, "nsu", HABMNocInterface::MODE_NSU},
+                                          {x, "nmu", HABMNocInterface::MODE_NMU},
+                                          {x, "nsu", HABMNocInterface::MODE_NSU}}) {
+    block->createNocInterface(name)->setNocMode(mode);
+  }
+  design->createNocConnection("x/nmu", "a/b/nsu", true);
+  design->createNocConnection("a/b/nmu", "x/nsu", true);
+  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("in.bm")), *design, false));
+
+  CliRun const refused = run({"split", path("in.bm"), "--instance", "/a", path("sub.bm"), path("rest.bm")});
+  EXPECT_EQ(refused.code, bmtool::EXIT_FAILED);
+  EXPECT_NE(
+      refused.err.find("  Sub-block instance '/a' has an exported NOC connection from source NOC interface "
+                       "'/a/b/nmu' to target NOC interface '/x/nsu'."),
+      std::string::npos)
+      << refused.err;
+  EXPECT_NE(refused.err.find("  Sub-block instance '/a' has an imported NOC connection"), std::string::npos);
+  EXPECT_FALSE(fs::exists(path("sub.bm")) || fs::exists(path("rest.bm")));
+
+  CliRun const cut =
+      run({"split", path("in.bm"), "--instance", "/a", path("sub.bm"), path("rest.bm"), "--virtual"});
+  ASSERT_EQ(cut.code, bmtool::EXIT_OK) << cut.err;
+  EXPECT_TRUE(std::regex_search(run({"info", path("sub.bm")}).out, std::regex("\nnoc interfaces +4\n")));
+  EXPECT_TRUE(std::regex_search(run({"info", path("rest.bm")}).out, std::regex("/a +ma\n")));
+  ASSERT_EQ(run({"merge", path("rest.bm"), "--instance", "/a", path("sub.bm"), path("back.bm")}).code,
+            bmtool::EXIT_OK);
+  EXPECT_TRUE(std::regex_search(run({"info", path("back.bm")}).out, std::regex("\nnoc connections +4\n")));
+}
+
+// Bad input says what is wrong, and no output file is written or changed.
+TEST_F(BmCli, ModularCommandsRefuseBadInputAndLeaveTheOutputsAlone) {
+  std::string const noc = MZ_EXAMPLES_DIR "/noc.bm";
+  habm_test::put(path("old.bm"), "untouched");
+  habm_test::put(path("broken.bm"), "{ not json");
+  std::string const fresh = path("fresh.bm");
+  std::string const old = path("old.bm");
+  struct {
+    std::vector<std::string> args;
+    int code;
+    char const* err;
+  } const cases[] = {
+      {{"split", noc, "--instance", "/nope", fresh, old}, bmtool::EXIT_FAILED, "no block at '/nope'"},
+      {{"split", noc, "--instance", "/", fresh, old}, bmtool::EXIT_FAILED, "'/' is the top block itself"},
+      {{"split", noc, fresh, old}, bmtool::EXIT_USAGE, "--instance PATH is required"},
+      {{"split", noc, "--instance", "/cpu", old, old}, bmtool::EXIT_USAGE, "must be different files"},
+      {{"split", noc, "--instance", "/cpu", fresh, "/no/such/dir/rest.bm"},
+       bmtool::EXIT_FAILED,
+       "could not write '/no/such/dir/rest.bm'"},
+      {{"split", path("broken.bm"), "--instance", "/cpu", fresh, old}, bmtool::EXIT_FAILED, "could not read"},
+      {{"canmerge", noc, "--instance", "/cpu", path("broken.bm")}, bmtool::EXIT_FAILED, "could not read"},
+      {{"canmerge", noc, "--instance", "//", noc}, bmtool::EXIT_FAILED, "is the top block itself"},
+      {{"merge", noc, "--instance", "/cpu", path("none.bm"), old}, bmtool::EXIT_FAILED, "could not read"},
+      {{"merge", noc, "--instance", "/cpu/x", noc, old}, bmtool::EXIT_FAILED, "no block at '/cpu/x'"},
+      {{"merge", noc, "--instance", "/cpu", noc, old}, bmtool::EXIT_FAILED, "[90-3] Cannot merge module"},
+  };
+  for (auto const& c : cases) {
+    CliRun const r = run(c.args);
+    EXPECT_EQ(r.code, c.code) << ::testing::PrintToString(c.args) << "\n" << r.err;
+    EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
+    EXPECT_FALSE(fs::exists(fresh)) << ::testing::PrintToString(c.args);
+    EXPECT_EQ(bytes(old), "untouched") << ::testing::PrintToString(c.args);
+  }
+  std::vector<std::string> leftovers;
+  for (auto const& entry : fs::directory_iterator(dir_)) {
+    leftovers.push_back(entry.path().filename().string());
+  }
+  EXPECT_EQ(leftovers.size(), 2U) << ::testing::PrintToString(leftovers);
 }
 
 using bm_hdl_test::BmHdlTool;

@@ -78,6 +78,34 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
   /// children are destroyed.
   static void assignTopBlock(HABMBlock const& source, HABMBlock& target);
 
+  // The modular flow: a sub-block cut out of its tree as a top block of its own, and put back later.
+
+  /// Compares `source`, a top block about to take the place of `target`, with `target` kind by kind
+  /// (generics, ports, interfaces, memory maps, address spaces, NoC interfaces) and puts one sentence per
+  /// difference into `reasons`, which is cleared first. With `mergeBoundary` the source's boundary is to
+  /// replace the target's, so what only the source has is no difference. True when `reasons` stays empty.
+  static bool canMergeBlock(HABMBlock const& source, HABMBlock const& target,
+                            std::vector<std::string>& reasons, bool const& mergeBoundary);
+  /// Whether `block` can be cut out of its tree: false, with one sentence per NoC connection that enters or
+  /// leaves a block below it across its boundary, in `reasons` (cleared first).
+  static bool canSplitBlock(HABMBlock const& block, std::vector<std::string>& reasons);
+  /// Cuts the sub-block at `instancePath` (from `top`) out as a new top block that holds its whole
+  /// contents, owned by the caller, and leaves a stub in its place (BLOCK_STUB, the boundary and the
+  /// configuration kept, the contents cleared); `top` is no longer validated. NoC connections drawn above
+  /// the block between two of its insides move into it first. With `insertVirtual`, each NoC connection
+  /// that crosses the boundary is cut in two at a new VNMU or VNSU interface of the block. Empty when the
+  /// path names no sub-block, or when a connection still crosses (a catalogue message lists them; what
+  /// was moved or cut stays so).
+  static std::unique_ptr<HABMBlock> splitTopBlock(HABMBlock& top, std::string const& instancePath,
+                                                  bool const& insertVirtual);
+  /// Puts the contents of `source` in place of those of the sub-block at `instancePath` (from `top`), and
+  /// with `mergeBoundary` its VLNV and boundary too (never on a BLOCK_RSW block); the block's
+  /// configuration and module name stay, BLOCK_STUB goes, and the lock state is the source's on a BLOCK_RSW
+  /// block and UNKNOWN elsewhere; `top` is no longer validated. False, with nothing changed, when the path
+  /// names no sub-block or canMergeBlock refuses (a catalogue message lists why).
+  static bool mergeTopBlock(HABMBlock& top, std::string const& instancePath, HABMBlock const& source,
+                            bool const& mergeBoundary);
+
   // Identity: plain reads and writes, no checks and no messages.
 
   /// The module this block instantiates.
@@ -576,6 +604,9 @@ class HABMBlock : public HATAttrObj, private HABMCachedObject<HABMBlock> {
   /// Destroys the subtree below this block, each block once its own sub-blocks are gone.
   void tearDownSubBlocks();
   void setFlagAttribute(std::string const& name, bool on);
+  /// Moves `connection`, drawn in a block above this one between two objects inside this one, into this
+  /// block under an automatic name; it stays where it is when an end does not resolve.
+  void adoptNocConnection(HABMNocConnection& connection);
 
   HABMBlock* parent_ = nullptr;
   bool validated_ = false;

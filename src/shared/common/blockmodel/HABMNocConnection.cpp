@@ -11,6 +11,7 @@
 
 #include <boost/algorithm/string/case_conv.hpp>
 
+#include <string_view>
 #include <utility>
 
 using I = HABMNocInterface;
@@ -51,6 +52,59 @@ HABMBlock const* scopeOf(HABMNocInterface const& iface) {
   return nullptr;
 }
 
+// A link names an interface through its last path level, looked up by exact name: comparing that level
+// first spares resolving most links.
+bool lastLevelIs(std::string const& path, std::string const& name) {
+  std::size_t const cut = path.rfind(HABMPath::SEPARATOR());
+  return std::string_view(path).substr(cut == std::string::npos ? 0 : cut + 1) == name;
+}
+
+// The first link in `block`'s subtree, in the order of findNocConnections, from `source` to `target`, or
+// null. Paths resolve downwards only, so such a link is held by a block that holds both ends: one of those
+// between `block` and the nearest block above both ends. Only they are searched, top down, so that the
+// check costs the links of a few blocks rather than of the whole subtree.
+HABMNocConnection const* duplicateOf(HABMBlock const& block, HABMNocInterface const& source,
+                                     HABMNocInterface const& target) {
+  auto const depthOf = [](HABMBlock const* b) {
+    std::size_t depth = 0;
+    for (; b->getParent() != nullptr; b = b->getParent()) {
+      ++depth;
+    }
+    return depth;
+  };
+  HABMBlock const* low = source.getParent();
+  HABMBlock const* high = target.getParent();
+  std::size_t lowDepth = depthOf(low);
+  std::size_t highDepth = depthOf(high);
+  for (; lowDepth > highDepth; --lowDepth) {
+    low = low->getParent();
+  }
+  for (; highDepth > lowDepth; --highDepth) {
+    high = high->getParent();
+  }
+  while (low != high) {
+    low = low->getParent();
+    high = high->getParent();
+  }
+  std::vector<HABMBlock const*> holders;
+  for (HABMBlock const* holder = low; holder != nullptr; holder = holder->getParent()) {
+    holders.push_back(holder);
+    if (holder == &block) {
+      break;
+    }
+  }
+  for (auto at = holders.rbegin(); at != holders.rend(); ++at) {
+    for (HABMNocConnection const* existing : (*at)->getNocConnections(false)) {
+      if (lastLevelIs(existing->getSourcePath(false), source.getName()) &&
+          lastLevelIs(existing->getTargetPath(false), target.getName()) &&
+          existing->getSourceNocInterface() == &source && existing->getTargetNocInterface() == &target) {
+        return existing;
+      }
+    }
+  }
+  return nullptr;
+}
+
 // The first rule that refuses the link, or the empty string.
 std::string refusal(HABMBlock const& block, HABMNocInterface const* source, HABMNocInterface const* target) {
   if (source == nullptr) {
@@ -84,10 +138,8 @@ std::string refusal(HABMBlock const& block, HABMNocInterface const* source, HABM
       source->getParent() != targetScope) {
     return "Source and Target NOC interfaces must exist within the same NOC scope.";
   }
-  for (HABMNocConnection const* existing : block.findNocConnections(std::string(), true, false)) {
-    if (existing->getSourceNocInterface() == source && existing->getTargetNocInterface() == target) {
-      return "Duplicate NOC connection already exists at '" + existing->getPath() + "'.";
-    }
+  if (HABMNocConnection const* existing = duplicateOf(block, *source, *target)) {
+    return "Duplicate NOC connection already exists at '" + existing->getPath() + "'.";
   }
   return std::string();
 }

@@ -14,6 +14,7 @@
 #include <boost/algorithm/string/split.hpp>
 #include <boost/lexical_cast.hpp>
 
+#include <string_view>
 #include <utility>
 
 using I = HABMNocInterface;
@@ -74,7 +75,8 @@ std::vector<std::string> splitTokens(std::string const& text, char const* separa
 // A connection can name this interface only through its last path level, which is looked up by exact
 // name: a cheap test of that level spares resolving every connection of the block.
 bool lastLevelIs(std::string const& path, std::string const& name) {
-  return HABMPath::get_path_tail(path) == name;
+  std::size_t const cut = path.rfind(HABMPath::SEPARATOR());
+  return std::string_view(path).substr(cut == std::string::npos ? 0 : cut + 1) == name;
 }
 
 }  // namespace

@@ -107,6 +107,21 @@ TEST_F(HABMNocTree, ALinkGetsTheDefaultsOfItsEndsAndOnlyValidParameters) {
   EXPECT_EQ(C::getVisibleParameterNames(*mm).count(C::PHASE_SETTINGS()), 1U);
 }
 
+// Only blocks that hold both ends can draw a link between them; the highest such link is named, and a link
+// drawn above the block asked about does not count.
+TEST_F(HABMNocTree, ADuplicateIsTheFirstLinkBetweenTheSameEndsInTheBlockOrBelow) {
+  makeNocInterface(*b_, "nmu", N::MODE_NMU);
+  makeNocInterface(*b_, "nsu", N::MODE_NSU);
+  b_->createNocConnection("nmu", "nsu", true)->setSourcePath("elsewhere/nmu");
+  a_->createNocConnection("b/nmu", "b/nsu", true);
+  EXPECT_EQ(refusal("a/b/nmu", "a/b/nsu"),
+            "Duplicate NOC connection already exists at '/a/noc_connection_0'.");
+  top_->createNocConnection("a/b/nmu", "a/b/nsu", true);
+  EXPECT_EQ(refusal("a/b/nmu", "a/b/nsu"), "Duplicate NOC connection already exists at '/noc_connection_0'.");
+  std::string error;
+  EXPECT_TRUE(C::canConnect(*b_, "nmu", "nsu", error)) << error;
+}
+
 TEST_F(HABMNocTree, RefusedLinksAndRenamesAreTraced) {
   makeNocInterface(*top_, "nmu", N::MODE_NMU);
   makeNocInterface(*top_, "nsu", N::MODE_NSU);

@@ -67,4 +67,21 @@ class TempDirTest : public ::testing::Test {
   std::filesystem::path dir_;
 };
 
+/// As TempDirTest, in a memory-backed folder where the system has one: for tests that write hundreds of
+/// files, each of which the writer syncs to disk.
+class MemoryDirTest : public TempDirTest {
+ protected:
+  void SetUp() override {
+    TempDirTest::SetUp();
+    std::filesystem::path const memory = "/dev/shm";
+    std::error_code error;
+    if (std::filesystem::is_directory(memory, error)) {
+      std::filesystem::remove_all(dir_, error);
+      dir_ = memory / dir_.filename();
+      std::filesystem::remove_all(dir_, error);
+      std::filesystem::create_directories(dir_, error);
+    }
+  }
+};
+
 }  // namespace habm_test

@@ -103,6 +103,36 @@ TEST_F(FilteringStreamTest, PendingFilesCanBeRemovedWhileTheyAreWritten) {
   EXPECT_EQ(rawBytes(path("keep.bm")), "old");
 }
 
+// Files closed inside a group replace their targets only when the group commits; held files are pending
+// files all the same, so that a signal still removes them.
+TEST_F(FilteringStreamTest, AGroupReplacesItsTargetsTogetherOrNotAtAll) {
+  std::ofstream(path("a.bm"), std::ios::binary) << "old a";
+  std::ofstream(path("b.bm"), std::ios::binary) << "old b";
+  {
+    isl::iostreams::ReplaceTogether group;
+    EXPECT_TRUE(Out(path("a.bm"), std::ios_base::binary).write("new a", 5).good());
+    EXPECT_EQ(rawBytes(path("a.bm")), "old a");
+    EXPECT_EQ(fileCount(), 3);
+  }
+  EXPECT_EQ(rawBytes(path("a.bm")), "old a");
+  EXPECT_EQ(fileCount(), 2);
+  {
+    isl::iostreams::ReplaceTogether group;
+    Out(path("a.bm"), std::ios_base::binary) << "new a";
+    Out(path("b.bm"), std::ios_base::binary) << "new b";
+    isl::iostreams::removePendingFiles();
+    EXPECT_FALSE(group.commit());
+    EXPECT_EQ(group.failedTarget(), fs::canonical(path("a.bm")).string());
+  }
+  EXPECT_EQ(rawBytes(path("a.bm")) + rawBytes(path("b.bm")), "old aold b");
+  isl::iostreams::ReplaceTogether group;
+  Out(path("a.bm"), std::ios_base::binary) << "new a";
+  Out(path("b.bm"), std::ios_base::binary) << "new b";
+  EXPECT_TRUE(group.commit());
+  EXPECT_EQ(rawBytes(path("a.bm")) + rawBytes(path("b.bm")), "new anew b");
+  EXPECT_EQ(fileCount(), 2);
+}
+
 TEST_F(FilteringStreamTest, FilesThatCannotBeOpenedFailOrThrowAsTheMaskSays) {
   EXPECT_FALSE(Out(path("no/such/dir/x.bm"), std::ios_base::binary).good());
   EXPECT_EQ(isl::iostreams::lastWriteError(), "No such file or directory");

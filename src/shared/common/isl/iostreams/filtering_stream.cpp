@@ -56,6 +56,12 @@ void unregisterPending(char const* temp) {
   }
 }
 
+// The group of the thread that holds back replacements, if one lives.
+ReplaceTogether*& activeGroup() {
+  thread_local ReplaceTogether* group = nullptr;
+  return group;
+}
+
 }  // namespace
 
 std::string const& lastWriteError() {
@@ -74,7 +80,7 @@ namespace detail {
 
 // The temporary file that becomes the target on commit. Whatever happens to the stream, the temporary
 // file never outlives this object unless it was committed.
-class PendingFile {
+class PendingFile : public std::enable_shared_from_this<PendingFile> {
  public:
   /// A temporary file beside the target, or, with an empty `temp`, the target itself written in place.
   PendingFile(std::string target, std::string temp, int fd)
@@ -113,6 +119,16 @@ class PendingFile {
       ok = false;
     }
     fd_ = -1;
+    if (ok && activeGroup() != nullptr) {
+      activeGroup()->held_.push_back(shared_from_this());
+      return true;
+    }
+    return ok && replaceTarget();
+  }
+
+  // Moves the complete temporary file over the target; the temporary file is gone either way.
+  bool replaceTarget() {
+    bool ok = !temp_.empty();
     if (ok && std::rename(temp_.c_str(), target_.c_str()) != 0) {
       failWith(errno);
       ok = false;
@@ -123,6 +139,8 @@ class PendingFile {
     forgetTemp();
     return ok;
   }
+
+  std::string const& target() const { return target_; }
 
   void abandon() {
     if (fd_ >= 0) {
@@ -274,6 +292,30 @@ void xp_autodetect::operator()(std::string const& path, filtering_stream<output>
 
 void xp_version18::operator()(std::string const& path, filtering_stream<output>& stream) const {
   detail::openForWriting(path, stream);
+}
+
+ReplaceTogether::ReplaceTogether() {
+  activeGroup() = this;
+}
+
+ReplaceTogether::~ReplaceTogether() {
+  activeGroup() = nullptr;
+  // Without a commit the held files never replace anything; their destructors remove them.
+  held_.clear();
+}
+
+bool ReplaceTogether::commit() {
+  activeGroup() = nullptr;
+  lastError().clear();
+  for (auto& file : held_) {
+    if (!file->replaceTarget()) {
+      failedTarget_ = file->target();
+      held_.clear();
+      return false;
+    }
+  }
+  held_.clear();
+  return true;
 }
 
 template <class Mode>

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace isl::iostreams {
 
@@ -94,6 +95,29 @@ extern template class filtering_stream<output>;
 /// Why the last output file of this thread failed to open, write or replace its target, in the operating
 /// system's words ("No space left on device"); empty when it did not fail.
 std::string const& lastWriteError();
+
+/// Holds back, while it lives, the replacement of every output file that this thread closes complete:
+/// `commit()` then replaces their targets one after the other, and without it (a later write failed, an
+/// exception) none of them is replaced. So that several files change together or not at all. Outputs
+/// written in place (devices, pipes) cannot be held back and are written at once. Groups do not nest.
+class ReplaceTogether {
+ public:
+  ReplaceTogether();
+  ~ReplaceTogether();
+  ReplaceTogether(ReplaceTogether const&) = delete;
+  ReplaceTogether& operator=(ReplaceTogether const&) = delete;
+
+  /// Replaces the held targets in the order their files were closed; false at the first that fails (see
+  /// lastWriteError() and failedTarget()), whose file and the rest are then removed.
+  bool commit();
+  /// The target whose replacement failed; empty while none did.
+  std::string const& failedTarget() const { return failedTarget_; }
+
+ private:
+  friend class detail::PendingFile;
+  std::vector<std::shared_ptr<detail::PendingFile>> held_;
+  std::string failedTarget_;
+};
 
 /// Removes the temporary files of every output still being written. Safe to call from a signal handler,
 /// so that a process stopped by SIGINT or SIGTERM leaves none behind.
