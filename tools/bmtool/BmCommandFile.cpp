@@ -67,11 +67,12 @@ int runGenerate(Invocation const& inv) {
   auto const depth = inv.count("--depth", 3);
   auto const fanout = inv.count("--fanout", 4);
   auto const attrs = inv.count("--attrs", 2);
-  if (!depth || !fanout || !attrs) {
-    *inv.err << "bmtool generate: --depth, --fanout and --attrs take whole numbers\n";
+  auto const ports = inv.count("--ports", 0);
+  if (!depth || !fanout || !attrs || !ports) {
+    *inv.err << "bmtool generate: --depth, --fanout, --attrs and --ports take whole numbers\n";
     return EXIT_USAGE;
   }
-  SyntheticShape const shape{*depth, *fanout, *attrs};
+  SyntheticShape const shape{*depth, *fanout, *attrs, *ports, inv.hasFlag("--noc")};
   // Refuse sizes that would not fit in memory rather than dying half-way.
   constexpr std::size_t kMaxBlocks = 20'000'000;
   if (syntheticBlockCount(shape) > kMaxBlocks) {
@@ -134,11 +135,14 @@ Command makeGenerateCommand() {
   Command c;
   c.name = "generate";
   c.summary = "write a synthetic design of a chosen size";
-  c.usage = "bmtool generate OUT [--depth N] [--fanout N] [--attrs N]";
+  c.usage = "bmtool generate OUT [--depth N] [--fanout N] [--attrs N] [--ports N] [--noc]";
   c.help =
-      "Writes a design with N levels of sub-blocks (default 3), N sub-blocks per block (default 4)\n"
-      "and N attributes per block (default 2), plus a generic and a parameter on each block.\n";
-  c.options = {"--depth", "--fanout", "--attrs"};
+      "Writes a design with N levels of sub-blocks (default 3), N sub-blocks per block (default 4),\n"
+      "N attributes per block (default 2), plus a generic and a parameter on each block, and N ports\n"
+      "per block (default 0). --noc adds NoC interfaces and connections: each leaf block sends to its\n"
+      "next sibling, and each first-level block through a virtual NMU to the first leaf of the next.\n";
+  c.options = {"--depth", "--fanout", "--attrs", "--ports"};
+  c.flags = {"--noc"};
   c.minArgs = 1;
   c.maxArgs = 1;
   c.run = runGenerate;
