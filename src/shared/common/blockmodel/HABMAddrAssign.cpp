@@ -34,7 +34,7 @@ std::string HABMAddrAssign::getPath() const {
 }
 
 HABMAddrAssign::AssignType HABMAddrAssign::encodeAssignType(std::string text) {
-  return kAssignTypes.encode(std::move(text));
+  return kAssignTypes.encode(text);
 }
 
 std::string HABMAddrAssign::decodeAssignType(AssignType const& assignType) {

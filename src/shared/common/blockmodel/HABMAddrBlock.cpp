@@ -71,7 +71,7 @@ void HABMAddrBlock::clone(HABMAddrBlock const& source) {
 }
 
 HABMAddrBlock::MemoryType HABMAddrBlock::encodeMemoryType(std::string text) {
-  return kMemoryTypes.encode(std::move(text));
+  return kMemoryTypes.encode(text);
 }
 
 std::string HABMAddrBlock::decodeMemoryType(MemoryType const& memoryType) {
@@ -79,7 +79,7 @@ std::string HABMAddrBlock::decodeMemoryType(MemoryType const& memoryType) {
 }
 
 HABMAddrBlock::MemoryAccess HABMAddrBlock::encodeMemoryAccess(std::string text) {
-  return kAccesses.encode(std::move(text));
+  return kAccesses.encode(text);
 }
 
 std::string HABMAddrBlock::decodeMemoryAccess(MemoryAccess const& memoryAccess) {

@@ -33,7 +33,7 @@ void HABMAddrSegment::clone(HABMAddrSegment const& source) {
 }
 
 HABMAddrSegment::MemoryType HABMAddrSegment::encodeMemoryType(std::string text) {
-  return kMemoryTypes.encode(std::move(text));
+  return kMemoryTypes.encode(text);
 }
 
 std::string HABMAddrSegment::decodeMemoryType(MemoryType const& memoryType) {

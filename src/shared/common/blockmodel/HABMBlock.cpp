@@ -229,7 +229,7 @@ bool HABMBlock::isLocked() const {
 }
 
 HABMBlock::LockState HABMBlock::encodeLockState(std::string text) {
-  return kLockStates.encode(std::move(text));
+  return kLockStates.encode(text);
 }
 
 std::string HABMBlock::decodeLockState(LockState const& state) {

@@ -30,6 +30,9 @@ struct HABMChildName {
 /// it, so that get, append, take and rename cost constant time (rename: the number of children that
 /// share the name) and a look-up always gives what a linear search would. A taken child leaves an empty
 /// slot; the slots close up once half of them are empty, so any sequence of removals is linear.
+///
+/// A block holds one container per kind, most of them empty, so an empty container is kept small: the
+/// index and the orphans live in a side record made on first need.
 class HABMChildListBase {
  public:
   /// What a second child of a name already present becomes.
@@ -37,7 +40,8 @@ class HABMChildListBase {
     /// It joins the sequence; look-ups keep giving the first of the name.
     FIRST_MATCH,
     /// It is owned aside, never listed or found (the port table); names are keys fixed at insertion, so
-    /// a child renamed without telling the container is found by neither name.
+    /// a child renamed without telling the container is found by neither name. (The index keeps a key's
+    /// 64-bit hash, not its text: only two names of equal hash could tell the difference.)
     UNIQUE
   };
 
@@ -49,7 +53,7 @@ class HABMChildListBase {
   /// True when the sequence is empty.
   bool empty() const { return live_ == 0; }
   /// Number of children owned aside by a UNIQUE container.
-  std::size_t orphanCount() const { return orphans_.size(); }
+  std::size_t orphanCount() const;
 
   /// The automatic name for a new child: `pattern` ("interface_%d") with its "%d" replaced by the count
   /// in decimal, counting up while the name is taken unless `force` takes the first candidate untested.
@@ -59,10 +63,13 @@ class HABMChildListBase {
   std::string checkIndex() const;
 
  protected:
-  using NameOf = std::string const& (*)(void const* item);
-  using Destroy = void (*)(void* item);
+  /// What the type-independent half needs to know of the element type.
+  struct Traits {
+    std::string const& (*nameOf)(void const* item);
+    void (*destroy)(void* item);
+  };
 
-  HABMChildListBase(Keys keys, NameOf nameOfItem, Destroy destroy);
+  HABMChildListBase(Keys keys, Traits const& traits);
   ~HABMChildListBase();
 
   /// The first child of that name, or null.
@@ -81,21 +88,20 @@ class HABMChildListBase {
   std::vector<void*> const& slots() const { return slots_; }
 
  private:
-  struct Index;
+  struct Side;
   static constexpr std::uint32_t NONE = UINT32_MAX;
 
-  std::string const& nameOf(std::size_t slot) const { return nameOf_(slots_[slot]); }
+  std::string const& nameOf(std::size_t slot) const { return traits_->nameOf(slots_[slot]); }
   std::size_t firstSlot(std::string const& name) const;
+  bool indexed() const;
   void buildIndex();
   void compact() noexcept;
 
-  Keys keys_;
-  NameOf nameOf_;
-  Destroy destroy_;
+  Traits const* traits_;
   std::vector<void*> slots_;
-  std::size_t live_ = 0;
-  std::vector<void*> orphans_;
-  std::unique_ptr<Index> index_;
+  std::uint32_t live_ = 0;
+  Keys keys_;
+  std::unique_ptr<Side> side_;  // the index and the orphans; null while neither is needed
 };
 
 /// Owns children of type T in creation order and finds the first child of a name (see the base). Hands
@@ -132,8 +138,7 @@ class HABMChildList : public HABMChildListBase {
     void* const* end_;
   };
 
-  explicit HABMChildList(Keys keys = Keys::FIRST_MATCH)
-      : HABMChildListBase(keys, &nameOfItem, &destroyItem) {}
+  explicit HABMChildList(Keys keys = Keys::FIRST_MATCH) : HABMChildListBase(keys, kTraits) {}
 
   /// The first child of that name, or null.
   T* get(std::string const& name) const { return static_cast<T*>(find(name)); }
@@ -180,4 +185,5 @@ class HABMChildList : public HABMChildListBase {
     return HABMChildName<T>::of(*static_cast<T const*>(item));
   }
   static void destroyItem(void* item) { delete static_cast<T*>(item); }
+  static constexpr Traits kTraits{&nameOfItem, &destroyItem};
 };

@@ -118,7 +118,7 @@ std::string HABMInterface::decodeInterfaceVlnv(InterfaceType type) {
 }
 
 HABMInterface::InterfaceType HABMInterface::encodeInterfaceType(std::string text) {
-  return kTypes.encode(std::move(text));
+  return kTypes.encode(text);
 }
 
 std::string HABMInterface::decodeInterfaceType(InterfaceType type) {
@@ -126,7 +126,7 @@ std::string HABMInterface::decodeInterfaceType(InterfaceType type) {
 }
 
 HABMInterface::InterfaceMode HABMInterface::encodeInterfaceMode(std::string text) {
-  return kModes.encode(std::move(text));
+  return kModes.encode(text);
 }
 
 std::string HABMInterface::decodeInterfaceMode(InterfaceMode mode) {

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <stdexcept>
 
@@ -101,11 +102,11 @@ void typeError(rapidjson::Value const& value, std::string const& key) {
 rapidjson::Value const* HABMJsonUtils::getJsonValue(rapidjson::Value const& object, std::string const& key,
                                                     bool const& required) {
   if (object.IsObject()) {
+    // Called for every field of every object read: a plain byte comparison of equal lengths.
     auto const keyLength = static_cast<rapidjson::SizeType>(key.size());
     for (auto it = object.MemberBegin(); it != object.MemberEnd(); ++it) {
       auto const& name = it->name;
-      if (name.GetStringLength() == keyLength &&
-          key.compare(0, key.size(), name.GetString(), keyLength) == 0) {
+      if (name.GetStringLength() == keyLength && std::memcmp(name.GetString(), key.data(), keyLength) == 0) {
         return &it->value;
       }
     }

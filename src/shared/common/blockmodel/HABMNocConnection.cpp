@@ -174,7 +174,7 @@ HABM_NOC_CONNECTION_NAME(REMAPS)
 #undef HABM_NOC_CONNECTION_NAME
 
 HABMNocConnection::WriteOrder HABMNocConnection::encodeWriteOrder(std::string text) {
-  return kWriteOrders.encode(std::move(text));
+  return kWriteOrders.encode(text);
 }
 
 std::string HABMNocConnection::decodeWriteOrder(WriteOrder const& order) {

@@ -115,25 +115,25 @@ bool HABMNocInterface::isReadonlyParameter(std::string const& name) {
 // Vocabularies.
 
 HABMNocInterface::NocMode HABMNocInterface::encodeNocMode(std::string text) {
-  return kModes.encode(std::move(text));
+  return kModes.encode(text);
 }
 std::string HABMNocInterface::decodeNocMode(NocMode const& mode) {
   return kModes.decode(mode);
 }
 HABMNocInterface::NocProtocol HABMNocInterface::encodeNocProtocol(std::string text) {
-  return kProtocols.encode(std::move(text));
+  return kProtocols.encode(text);
 }
 std::string HABMNocInterface::decodeNocProtocol(NocProtocol const& protocol) {
   return kProtocols.decode(protocol);
 }
 HABMNocInterface::NocCategory HABMNocInterface::encodeNocCategory(std::string text) {
-  return kCategories.encode(std::move(text));
+  return kCategories.encode(text);
 }
 std::string HABMNocInterface::decodeNocCategory(NocCategory const& category) {
   return kCategories.decode(category);
 }
 HABMNocInterface::NocTrafficClass HABMNocInterface::encodeNocTrafficClass(std::string text) {
-  return kTrafficClasses.encode(std::move(text));
+  return kTrafficClasses.encode(text);
 }
 std::string HABMNocInterface::decodeNocTrafficClass(NocTrafficClass const& trafficClass) {
   return kTrafficClasses.decode(trafficClass);

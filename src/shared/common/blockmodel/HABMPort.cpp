@@ -62,7 +62,7 @@ std::uint64_t HABMPort::getPortWidth() const {
 }
 
 HABMPort::PortDirection HABMPort::encodePortDirection(std::string text) {
-  return kDirections.encode(std::move(text));
+  return kDirections.encode(text);
 }
 
 std::string HABMPort::decodePortDirection(PortDirection const& direction) {
@@ -70,7 +70,7 @@ std::string HABMPort::decodePortDirection(PortDirection const& direction) {
 }
 
 HABMPort::PortType HABMPort::encodePortType(std::string text) {
-  return kTypes.encode(std::move(text));
+  return kTypes.encode(text);
 }
 
 std::string HABMPort::decodePortType(PortType const& type) {

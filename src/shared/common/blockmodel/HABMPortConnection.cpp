@@ -36,7 +36,7 @@ std::string HABMPortConnection::getPath() const {
 }
 
 HABMPortConnection::ConnectionType HABMPortConnection::encodeConnectionType(std::string text) {
-  return kConnectionTypes.encode(std::move(text));
+  return kConnectionTypes.encode(text);
 }
 
 std::string HABMPortConnection::decodeConnectionType(ConnectionType const& type) {

@@ -64,7 +64,7 @@ void HABMRegister::clone(HABMRegister const& source) {
 }
 
 HABMRegister::RegisterAccess HABMRegister::encodeRegisterAccess(std::string text) {
-  return kAccesses.encode(std::move(text));
+  return kAccesses.encode(text);
 }
 
 std::string HABMRegister::decodeRegisterAccess(RegisterAccess const& access) {

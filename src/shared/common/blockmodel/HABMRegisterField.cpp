@@ -29,7 +29,7 @@ void HABMRegisterField::clone(HABMRegisterField const& source) {
 }
 
 HABMRegisterField::FieldAccess HABMRegisterField::encodeFieldAccess(std::string text) {
-  return kAccesses.encode(std::move(text));
+  return kAccesses.encode(text);
 }
 
 std::string HABMRegisterField::decodeFieldAccess(FieldAccess const& access) {

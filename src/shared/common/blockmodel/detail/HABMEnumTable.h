@@ -52,14 +52,13 @@ struct EnumTable {
   }
 
   /// The value whose text or alias equals the folded text exactly; `Unknown` when none does.
-  E encode(std::string text) const {
-    foldText(text);
+  E encode(std::string const& text) const {
     for (Row const& row : rows) {
-      if (text == row.text) {
+      if (foldsTo(text, row.text)) {
         return row.value;
       }
       for (char const* alias : row.aliases) {
-        if (alias != nullptr && text == alias) {
+        if (alias != nullptr && foldsTo(text, alias)) {
           return row.value;
         }
       }
@@ -80,14 +79,21 @@ struct EnumTable {
   }
 
  private:
-  void foldText(std::string& text) const {
-    for (char& c : text) {
+  // Whether `text`, folded, equals `folded`; compared in place, since files read a text per port.
+  bool foldsTo(std::string const& text, char const* folded) const {
+    std::size_t i = 0;
+    for (; i < text.size(); ++i) {
+      char c = text[i];
       if (c >= 'A' && c <= 'Z') {
         c = static_cast<char>(c - 'A' + 'a');
       } else if (fold == Fold::ACCESS && c == '-') {
         c = '_';
       }
+      if (folded[i] == '\0' || folded[i] != c) {
+        return false;
+      }
     }
+    return folded[i] == '\0';
   }
 };
 
