@@ -40,6 +40,7 @@ jstring toJava(JNIEnv* env, std::string const& text);
 
 template <class T>
 T* fromHandle(jlong handle) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is an address by definition.
   return reinterpret_cast<T*>(static_cast<std::intptr_t>(handle));
 }
 template <class T>
