@@ -1,0 +1,18 @@
+# Compares the Java_ui_data_blockmodel_blockmodeli_* functions a library exports with a list of names.
+# Usage: cmake -DLIBRARY=lib.so -DEXPECTED=names.txt -P CheckSymbols.cmake
+find_program(NM nm REQUIRED)
+execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY} OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "Java_ui_data_blockmodel_blockmodeli_[A-Za-z0-9_]+" exported "${table}")
+list(SORT exported)
+file(STRINGS ${EXPECTED} expected REGEX "^Java_")
+list(SORT expected)
+set(missing ${expected})
+list(REMOVE_ITEM missing ${exported})
+set(extra ${exported})
+list(REMOVE_ITEM extra ${expected})
+list(LENGTH exported count)
+list(LENGTH expected wanted)
+if(missing OR extra OR NOT count EQUAL wanted)
+  message(FATAL_ERROR "exported ${count} JNI functions, expected ${wanted}\nmissing: ${missing}\nextra: ${extra}")
+endif()
+message(STATUS "exported JNI functions: ${count}")

@@ -1,0 +1,191 @@
+// NocDesignTest.java: the example NoC design read natively and walked from Java, against bmtool.
+package ui.data.blockmodel;
+
+import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertFalse;
+import static org.junit.jupiter.api.Assertions.assertNotEquals;
+import static org.junit.jupiter.api.Assertions.assertNull;
+import static org.junit.jupiter.api.Assertions.assertTrue;
+
+import java.io.IOException;
+import java.nio.charset.StandardCharsets;
+import java.util.ArrayDeque;
+import java.util.ArrayList;
+import java.util.Arrays;
+import java.util.Deque;
+import java.util.HashMap;
+import java.util.HashSet;
+import java.util.List;
+import java.util.Map;
+import java.util.stream.Collectors;
+import org.junit.jupiter.api.AfterAll;
+import org.junit.jupiter.api.BeforeAll;
+import org.junit.jupiter.api.Test;
+
+class NocDesignTest {
+  private static long top;
+  private static DesignBlock design;
+  private static List<DesignBlock> blocks;
+  private static Map<String, NocInterface> interfacesByPath;
+
+  @BeforeAll
+  static void read() {
+    top = TestNatives.readTopBlock(System.getProperty("mz.examples") + "/noc.bm");
+    assertNotEquals(0, top);
+    design = DesignBlock.fromHandle(top);
+    blocks = new ArrayList<>();
+    Deque<DesignBlock> stack = new ArrayDeque<>(List.of(design));
+    while (!stack.isEmpty()) {
+      DesignBlock block = stack.pop();
+      blocks.add(block);
+      List<DesignBlock> children = new ArrayList<>(block.getSubBlocks());
+      for (int i = children.size() - 1; i >= 0; --i) {
+        stack.push(children.get(i));
+      }
+    }
+    interfacesByPath = new HashMap<>();
+    for (DesignBlock block : blocks) {
+      for (NocInterface nocInterface : block.getNocInterfaces(false)) {
+        interfacesByPath.put(nocInterface.getPath(), nocInterface);
+      }
+    }
+  }
+
+  @AfterAll
+  static void free() {
+    TestNatives.deleteTopBlock(top);
+  }
+
+  private static List<List<String>> bmtoolInfo() throws IOException, InterruptedException {
+    ProcessBuilder command = new ProcessBuilder(System.getProperty("mz.bmtool"), "info",
+        System.getProperty("mz.examples") + "/noc.bm").redirectErrorStream(true);
+    // A sanitizer runtime preloaded into the JVM is not the one bmtool carries.
+    command.environment().remove("LD_PRELOAD");
+    Process bmtool = command.start();
+    String out = new String(bmtool.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
+    assertEquals(0, bmtool.waitFor(), out);
+    return out.lines().filter(line -> !line.isBlank()).map(line -> Arrays.asList(line.trim().split("\\s+")))
+        .collect(Collectors.toList());
+  }
+
+  @Test
+  void treeAndNocCountsMatchBmtool() throws Exception {
+    List<List<String>> info = bmtoolInfo();
+    for (int i = 0; i < blocks.size(); ++i) {
+      DesignBlock block = blocks.get(i);
+      List<String> row = new ArrayList<>(List.of(block.getInstancePath(), block.getModuleName()));
+      if (!block.getModuleVlnv().isEmpty()) {
+        row.add(block.getModuleVlnv());
+      }
+      assertEquals(info.get(i + 1), row);
+    }
+    Map<String, String> counts = new HashMap<>();
+    info.stream().skip(blocks.size() + 1)
+        .forEach(row -> counts.put(String.join(" ", row.subList(0, row.size() - 1)), row.get(row.size() - 1)));
+    assertEquals(counts.get("blocks"), Integer.toString(blocks.size()));
+    assertEquals(counts.get("noc interfaces"), Integer.toString(interfacesByPath.size()));
+    int connections = blocks.stream().mapToInt(block -> block.getNocConnections(false).size()).sum();
+    assertEquals(counts.get("noc connections"), Integer.toString(connections));
+    assertEquals(connections, design.findNocConnections("", true, false).size());
+  }
+
+  @Test
+  void treeLinksAgree() {
+    assertNull(design.getParent());
+    for (DesignBlock block : blocks.subList(1, blocks.size())) {
+      DesignBlock parent = block.getParent();
+      assertEquals(block, parent.getSubBlock(block.getInstanceName()));
+      assertEquals(block, design.findSubBlock(block.getInstancePath(), true));
+      assertTrue(parent.getSubBlocks().contains(block));
+    }
+    assertEquals(new HashSet<>(blocks.subList(1, blocks.size())), new HashSet<>(design.findSubBlocks("*", true)));
+    assertEquals(List.of(design.getSubBlock("accel")), new ArrayList<>(design.findSubBlocks("/acc*", false)));
+    assertNull(design.getSubBlock("no_such_block"));
+  }
+
+  @Test
+  void connectionsMeetTheInterfacesTheyName() {
+    for (DesignBlock block : blocks) {
+      assertEquals(block.hasNocConnections(false), !block.getNocConnections(false).isEmpty());
+      for (NocConnection connection : block.getNocConnections(false)) {
+        assertEquals(block, connection.getParent());
+        assertEquals(connection, block.getNocConnection(connection.getName()));
+        assertEquals(connection, design.findNocConnection(connection.getPath().substring(1), false));
+        NocInterface source = interfacesByPath.get(connection.getSourcePath(true));
+        NocInterface target = interfacesByPath.get(connection.getTargetPath(true));
+        assertTrue(source.getTargetConnections().contains(connection), connection.getPath());
+        assertTrue(target.getSourceConnections().contains(connection), connection.getPath());
+        assertTrue(source.getTargetInterfaces().contains(target));
+        assertTrue(target.getSourceInterfaces().contains(source));
+        assertEquals(source.getNocMode().name().endsWith("NMU") && target.getNocMode().name().endsWith("NSU"),
+            connection.isPrimary(), connection.getPath());
+      }
+    }
+  }
+
+  @Test
+  void nocPathsOfTheDesign() {
+    NocPathSet paths = NocPath.createNocPaths(design);
+    List<String> names = new ArrayList<>();
+    for (NocPath path : paths) {
+      names.add(path.getName() + (path.isCompletePath() ? "" : " (incomplete)"));
+      List<NocInterface> chain = new ArrayList<>(path.getNocInterfaces());
+      assertEquals(path.getName(), chain.stream().map(NocInterface::getPath).collect(Collectors.joining("->")));
+      assertEquals(chain.get(0), path.getSourceInterface());
+      assertEquals(chain.get(chain.size() - 1), path.getTargetInterface());
+      if (path.isCompletePath()) {
+        assertEquals(NocInterface.NocMode.NMU, path.getNmuInterface().getNocMode());
+        assertEquals(NocInterface.NocMode.NSU, path.getNsuInterface().getNocMode());
+        assertTrue(path.getNocConnections().contains(path.getPrimaryConnection()));
+        assertTrue(path.getPrimaryConnection().isPrimary());
+      }
+      for (NocInterface virtual : path.getVNocInterfaces()) {
+        assertTrue(virtual.getNocMode().name().startsWith("V"));
+      }
+    }
+    assertEquals(List.of("/accel/core/M_AXI_nmu->/accel/vnmu0->/ddr/S_AXI_nsu", "/cpu/M_AXI_nmu->/ddr/S_AXI_nsu",
+        "/cpu/M_AXI_nmu->/plram/S_AXI_nsu", "/dma/M_AXIS_nmu->/accel/vnsu0->/accel/core/S_AXIS_nsu",
+        "/hbm/INI_nmu->/INI_nsu"), names);
+
+    try (NocPathSet chosen = new NocPathSet()) {
+      NocPath first = paths.iterator().next();
+      assertTrue(chosen.add(first));
+      assertFalse(chosen.add(first));
+      assertEquals(List.of(first), new ArrayList<>(chosen));
+      assertTrue(chosen.remove(first));
+      assertFalse(chosen.remove(first));
+      assertEquals(0, chosen.size());
+    }
+    assertEquals(0, NocPath.createNocPaths(null).size());
+  }
+
+  @Test
+  void interfaceValues() {
+    NocInterface nmu = interfacesByPath.get("/cpu/M_AXI_nmu");
+    assertEquals(NocInterface.NocProtocol.AXIMM, nmu.getNocProtocol());
+    assertEquals("NOC_NMU512_X0Y0", nmu.getLocation());
+    assertEquals("best_effort", nmu.getParameter("READ_TRAFFIC_CLASS").getValue());
+    assertNull(nmu.getParameter("NO_SUCH_PARAMETER"));
+    NocInterface nsu = interfacesByPath.get("/ddr/S_AXI_nsu");
+    assertEquals(12, nsu.getDestId());
+    assertEquals(design.getSubBlock("ddr"), nsu.getParent());
+
+    long parameters = blockmodeli.NocInterface_getParameters(nmu.handle);
+    assertEquals(4, TestNatives.parameterCount(parameters));
+    TestNatives.deleteParameters(parameters);
+  }
+
+  @Test
+  void runTimeSwappedBlocks() {
+    List<String> marked = new ArrayList<>();
+    for (DesignBlock block : blocks) {
+      DesignBlock ancestor = block.getRswAncestor();
+      String marks = (block.isBlockRsw() ? " rsw" : "") + (ancestor != null ? " below " + ancestor : "")
+          + (block.isVisible() ? "" : " hidden") + (block.getTransparent() ? "" : " opaque");
+      if (!marks.isEmpty()) {
+        marked.add(block + marks);
+      }
+    }
+    assertEquals(List.of("/accel rsw", "/accel/core below /accel"), marked);
+  }
+}
