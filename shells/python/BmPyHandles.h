@@ -127,18 +127,21 @@ struct Handle {
   }
 };
 
-/// A new Python object for `native` (None for null), registered in the cache of T. It keeps the owner
-/// of the tree alive.
+/// A Python object for `native` (None for null): for the top block of an owned tree the owner itself,
+/// else a new object registered in the cache of T that keeps the owner of the tree alive.
 template <class T>
 py::object wrap(T* native) {
   if (native == nullptr) {
     return py::none();
   }
-  Handle<T> handle;
-  handle.native = native;
   auto owner = treeOwners().find(topOf(*native));
   if (owner != treeOwners().end() &&
-      static_cast<void const*>(owner->first) != static_cast<void const*>(native)) {
+      static_cast<void const*>(owner->first) == static_cast<void const*>(native)) {
+    return py::reinterpret_borrow<py::object>(owner->second);
+  }
+  Handle<T> handle;
+  handle.native = native;
+  if (owner != treeOwners().end()) {
     handle.keeper = py::reinterpret_borrow<py::object>(owner->second);
   }
   py::object object = py::cast(std::move(handle));

@@ -37,6 +37,7 @@ std::unordered_map<HABMBlock const*, PyObject*>& treeOwners() {
 
 py::object adoptTree(std::unique_ptr<HABMBlock> top) {
   HABMBlock* native = top.get();
+  // Not yet in the owners, so wrap makes a new object for it.
   py::object object = wrap(native);
   auto& handle = object.cast<Handle<HABMBlock>&>();
   handle.keeper = py::object();

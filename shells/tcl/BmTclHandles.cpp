@@ -33,6 +33,12 @@ bool& reportWanted() {
   return wanted;
 }
 
+// The number of the last name given out.
+std::uint64_t& lastNumber() {
+  static std::uint64_t number = 0;
+  return number;
+}
+
 void release(HandleRecord* record) {
   if (--record->refs == 0) {
     delete record;
@@ -65,9 +71,7 @@ int handleFromString(Tcl_Interp* interp, Tcl_Obj* value) {
   auto found = names().find(Tcl_GetString(value));
   if (found == names().end()) {
     if (interp != nullptr) {
-      Tcl_SetObjResult(interp, Tcl_ObjPrintf("\"%s\" is not a live blockmodel handle: no such object, or it "
-                                             "was destroyed",
-                                             Tcl_GetString(value)));
+      Tcl_SetObjResult(interp, Tcl_ObjPrintf("\"%s\" is not a live blockmodel handle", Tcl_GetString(value)));
     }
     return TCL_ERROR;
   }
@@ -180,15 +184,26 @@ char const* kindWord(Kind kind) {
 }
 
 HandleRecord& recordOf(Tcl_Obj* value) {
-  if (value->typePtr != &handleType && handleFromString(nullptr, value) != TCL_OK) {
-    throw TclError(std::string("\"") + Tcl_GetString(value) +
-                   "\" is not a live blockmodel handle: no such object, or it was destroyed");
+  if (value->typePtr == &handleType || handleFromString(nullptr, value) == TCL_OK) {
+    return *recordSlot(value);
   }
-  return *recordSlot(value);
+  // Names are never reused, so a well-formed name that was given out and is no longer live names an
+  // object that was destroyed.
+  std::string const name = Tcl_GetString(value);
+  std::size_t const at = name.find('@');
+  for (Kind kind : {Kind::BLOCK, Kind::ADDR_SPACE, Kind::ADDR_BLOCK, Kind::ADDR_ASSIGN, Kind::NOC_INTERFACE,
+                    Kind::NOC_CONNECTION}) {
+    if (at != std::string::npos && name.compare(0, at, kindWord(kind)) == 0 && at + 1 < name.size() &&
+        name.size() - at <= 19 && name.find_first_not_of("0123456789", at + 1) == std::string::npos &&
+        std::stoull(name.substr(at + 1)) <= lastNumber()) {
+      throw TclError(std::string("the ") + kindText(kind) + " of handle \"" + name + "\" " + destroyedText());
+    }
+  }
+  throw TclError("\"" + name + "\" is not a blockmodel handle");
 }
 
 Tcl_Obj* newHandle(void const* native, Kind kind) {
-  static std::uint64_t counter = 0;
+  std::uint64_t& counter = lastNumber();
   auto* record = new HandleRecord;
   record->native = native;
   record->kind = kind;

@@ -58,6 +58,11 @@ char const* kindText(Kind kind);
 /// "block", "addr_space", ...: the prefix of a handle's name.
 char const* kindWord(Kind kind);
 
+/// How a message ends that names a handle whose object died.
+inline char const* destroyedText() {
+  return "no longer exists: it was destroyed by an edit of its owner or with its tree";
+}
+
 /// What every Tcl value of one native object shares, duplicates and values re-read from the name
 /// included: the object, or null once it died. Counted by the values and the name table that hold it.
 struct HandleRecord {
@@ -106,8 +111,8 @@ T& nativeOf(Tcl_Obj* value) {
                    kindText(record.kind) + " handle \"" + record.name + "\"");
   }
   if (record.native == nullptr) {
-    throw TclError(std::string("the ") + kindText(record.kind) + " of handle \"" + record.name +
-                   "\" no longer exists: it was destroyed by an edit of its owner or with its tree");
+    throw TclError(std::string("the ") + kindText(record.kind) + " of handle \"" + record.name + "\" " +
+                   destroyedText());
   }
   // The caches key on const pointers; the handle stands for an object the package may edit.
   return *const_cast<T*>(static_cast<T const*>(record.native));
