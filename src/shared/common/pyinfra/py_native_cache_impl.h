@@ -36,13 +36,14 @@ bool& py_native_cache<T*>::flag() {
   return value;
 }
 
+// Everything after the first flag test, kept out of line so that the test alone inlines into the
+// destructors: a tree destroyed with no shell loaded pays one bool test per object.
+namespace detail {
+
 template <class T>
-void invalidatePython(T const* object) {
+[[gnu::noinline]] void invalidatePythonEntries(T const* object) {
   using cache = py_native_cache<T*>;
   bool& observers = cache::observers();
-  if (!observers) {
-    return;
-  }
   if (cache::py_exiting()) {
     observers = false;
     return;
@@ -67,6 +68,15 @@ void invalidatePython(T const* object) {
     cache::mark_invalid(script);
   }
   n2py.erase(range.first, range.second);
+}
+
+}  // namespace detail
+
+template <class T>
+void invalidatePython(T const* object) {
+  if (py_native_cache<T*>::observers()) {
+    detail::invalidatePythonEntries(object);
+  }
 }
 
 }  // namespace hwk::pyinfra

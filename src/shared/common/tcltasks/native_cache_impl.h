@@ -35,13 +35,14 @@ bool& native_cache<T*>::flag() {
   return value;
 }
 
+// Everything after the first flag test, kept out of line so that the test alone inlines into the
+// destructors: a tree destroyed with no shell loaded pays one bool test per object.
+namespace detail {
+
 template <class T>
-void invalidateTcl(T const* object) {
+[[gnu::noinline]] void invalidateTclEntries(T const* object) {
   using cache = native_cache<T*>;
   bool& observers = cache::observers();
-  if (!observers) {
-    return;
-  }
   if (cache::tcl_exiting()) {
     observers = false;
     return;
@@ -67,6 +68,15 @@ void invalidateTcl(T const* object) {
     cache::decr_refcount(script);
   }
   n2t.erase(range.first, range.second);
+}
+
+}  // namespace detail
+
+template <class T>
+void invalidateTcl(T const* object) {
+  if (native_cache<T*>::observers()) {
+    detail::invalidateTclEntries(object);
+  }
 }
 
 }  // namespace hwk::tcltasks
