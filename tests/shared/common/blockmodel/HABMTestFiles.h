@@ -14,6 +14,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <unistd.h>
 
 namespace habm_test {
 
@@ -26,14 +27,14 @@ inline void put(std::string const& path, std::string const& text) {
   std::ofstream(path, std::ios::binary) << text;
 }
 
-/// Each test gets a folder named after its suite and itself, since CTest runs tests side by side; the
-/// folder of a failed test is kept for a look.
+/// Each test gets a folder named after its suite, itself and its process, since CTest runs tests side by
+/// side and several builds may share a machine; the folder of a failed test is kept for a look.
 class TempDirTest : public ::testing::Test {
  protected:
   void SetUp() override {
     auto const* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    dir_ = std::filesystem::temp_directory_path() /
-           ("mz_" + std::string(test->test_suite_name()) + "_" + test->name());
+    dir_ = std::filesystem::temp_directory_path() / ("mz_" + std::string(test->test_suite_name()) + "_" +
+                                                     test->name() + "_" + std::to_string(::getpid()));
     std::filesystem::remove_all(dir_);
     std::filesystem::create_directories(dir_);
   }
