@@ -7,6 +7,7 @@
 #include "blockmodel/HABMParameter.h"
 #include "blockmodel/HABMPort.h"
 #include "blockmodel/HABMPortMap.h"
+#include "msg/ComMsgMgr.h"
 
 #include <gtest/gtest.h>
 
@@ -121,12 +122,18 @@ TEST(HABMBlockInference, RtlBlockGivesItsWholeInterfaceSetAndKeepsOnlyWhatItDidN
   EXPECT_EQ(block->check(), std::vector<std::string>());
 }
 
-TEST(HABMBlockInference, OvModuleMarkLeavesEverythingAsItIs) {
+TEST(HABMBlockInference, OvModuleMarkLeavesEverythingAsItIsAndOtherwiseProgressLinesNameTheBlock) {
   auto block = makeRtlBlock();
   block->createAttribute(HABMAttribute::OV_MODULE_SPEC(), "x");
+  HABMBlock* u0 = block->createSubBlock("u0", "x", false);
   Lines const before = describe(*block);
+  ComMsgCapture capture;
+  ComMsgScopeGuard on("HABM");
   block->inferAbstractions();
   EXPECT_EQ(describe(*block), before);
+  u0->inferAbstractions();
+  EXPECT_EQ(capture.texts(), (Lines{"Infer interfaces on block '/u0'...\n",
+                                    "Infer interface connections on block '/u0'...\n"}));
 }
 
 TEST(HABMBlockInference, MonitorModesNameTheWatchedSideAndAModeWithoutOneIsNoMode) {
