@@ -33,8 +33,8 @@ A referenceRead(std::string const& text) {
   return A(base, high < base ? V() : high - base + V(1U));  // below the base the range stays 0
 }
 
-TEST(HABMAddrAperture, ReadsRandomTextsAsTheRegularExpressionDoes) {
-  std::mt19937 rng(4242);
+TEST(HABMAddrAperture, ReadsRandomTextsAsTheRegularExpressionDoesAndPrintsFormsThatReadBack) {
+  std::mt19937_64 rng(4242);
   std::vector<std::string> const parts[] = {
       {"", " ", "\t\n", "\v"},
       {"", "0x1000", "4K", "zz", "7", "0X1F", "b101", "#1", "-1", "1 2"},
@@ -49,13 +49,10 @@ TEST(HABMAddrAperture, ReadsRandomTextsAsTheRegularExpressionDoes) {
     ASSERT_EQ(got.getBaseAddress().isValid(), want.getBaseAddress().isValid()) << '"' << text << '"';
     ASSERT_EQ(got.getRange().isValid(), want.getRange().isValid()) << '"' << text << '"';
   }
-}
-
-TEST(HABMAddrAperture, PrintsFormsThatReadBack) {
+  // The printed forms read back.
   EXPECT_EQ(ap(0x1000, 0x1000).getBaseAbrvString(32), "0x0000_1000[4K]");
   EXPECT_EQ(ap(0x1000, 0x1000).getTclListString(), "{0x1000 4K}");
   EXPECT_EQ(ap(0x1000, 0x1000).getTclDictString(), "{base 0x1000 range 4K}");
-  std::mt19937_64 rng(7);
   for (int i = 0; i < 20000; ++i) {
     A const x(V(rng(), rng()), V(0, rng() % 4096 + 1) << static_cast<int>(rng() % 64));
     unsigned const bits = static_cast<unsigned>(rng() % 3) * 32;
@@ -66,7 +63,8 @@ TEST(HABMAddrAperture, PrintsFormsThatReadBack) {
   }
 }
 
-TEST(HABMAddrAperture, RelationsAndAlignmentMatchTheAddressSetsOfRandomApertures) {
+TEST(HABMAddrAperture,
+     RelationsAndAlignmentMatchTheAddressSetsOfRandomAperturesAndTheNextAddressStaysAboveTheBase) {
   // The addresses of an aperture from its base and range alone; an empty one stands for its base.
   auto const cover = [](A const& x) {
     auto const base = x.getBaseAddress().getUInt64Value(), range = x.getRange().getUInt64Value();
@@ -84,9 +82,7 @@ TEST(HABMAddrAperture, RelationsAndAlignmentMatchTheAddressSetsOfRandomApertures
     // The base a multiple of the range rounded up to a power of two, which is 2 for a range of 0.
     ASSERT_EQ(a.aligned(), a.getBaseAddress() % a.getRange().roundUpPow2() == V());
   }
-}
-
-TEST(HABMAddrAperture, TheNextAddressCannotBeSetAtOrBelowTheBase) {
+  // The next address cannot be set at or below the base.
   A a = ap(0x1000, 0x1000);
   EXPECT_TRUE(a.setNextAddress(V(0x3000U)));
   EXPECT_FALSE(a.setNextAddress(V(0x1000U)));

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
 namespace {
 
 // The design of makeAddrDesign: "/u0" holds space "s" (segments "code", "data") and map "m" (blocks
@@ -16,42 +14,17 @@ namespace {
 // /u0/s).
 class HABMAddrAssignTree : public ::testing::Test {
  protected:
-  void SetUp() override {
-    top_ = habm_test::makeAddrDesign();
-    u0_ = top_->getSubBlock("u0");
-    local_ = u0_->getAddrAssign("local");
-    global_ = top_->getAddrAssign("assignment_0");
-    ASSERT_TRUE(local_ != nullptr && global_ != nullptr);
-  }
+  void SetUp() override { ASSERT_TRUE(local_ != nullptr && global_ != nullptr); }
   void TearDown() override { EXPECT_EQ(top_->check(), std::vector<std::string>()); }
   HABMAddrSpace* space() const { return u0_->getAddrSpace("s"); }
   HABMMemoryMap* map() const { return u0_->getMemoryMap("m"); }
-  std::unique_ptr<HABMBlock> top_;
-  HABMBlock* u0_ = nullptr;
-  HABMAddrAssign* local_ = nullptr;
-  HABMAddrAssign* global_ = nullptr;
+  std::unique_ptr<HABMBlock> top_ = habm_test::makeAddrDesign();
+  HABMBlock* u0_ = top_->getSubBlock("u0");
+  HABMAddrAssign* local_ = u0_->getAddrAssign("local");
+  HABMAddrAssign* global_ = top_->getAddrAssign("assignment_0");
 };
 
-TEST(HABMAddrAssignText, AssignTypesReadInAnyCase) {
-  using Row = std::pair<char const*, HABMAddrAssign::AssignType>;
-  for (auto const& [text, type] :
-       {Row{"EXCLUSION", HABMAddrAssign::TYPE_EXCLUSION}, Row{"Internal", HABMAddrAssign::TYPE_INTERNAL},
-        Row{"assignment", HABMAddrAssign::TYPE_ASSIGNMENT}, Row{"assign", HABMAddrAssign::TYPE_UNKNOWN}}) {
-    EXPECT_EQ(HABMAddrAssign::encodeAssignType(text), type) << text;
-  }
-}
-
-TEST_F(HABMAddrAssignTree, PathsAreStoredRelativeToTheBlockAndOnesOutsideItAreRefused) {
-  EXPECT_TRUE(local_->setSourcePath("/u0/m/regs"));
-  EXPECT_EQ(local_->getSourcePath(false), "m/regs");
-  EXPECT_EQ(global_->getSourcePath(false), "u0/m/mem");
-  EXPECT_FALSE(local_->setTargetPath("/elsewhere/s"));
-  EXPECT_EQ(local_->getTargetPath(false), "");
-  EXPECT_FALSE(local_->setSourcePath("/u0"));  // the block itself
-  EXPECT_EQ(local_->getSourceAddrBlock(), nullptr);
-}
-
-TEST_F(HABMAddrAssignTree, EndsResolveByKindAndTheTargetSpaceOrMapItselfOrThroughAChild) {
+TEST_F(HABMAddrAssignTree, PathsAreStoredRelativeAndResolveByKindToTheEndOrThroughAChild) {
   EXPECT_EQ(local_->getSourceAddrBlock(), map()->getAddrBlock("regs"));
   EXPECT_EQ(local_->getTargetAddrSegment(), space()->getAddrSegment("data"));
   EXPECT_EQ(local_->getTargetAddrBlock(), nullptr);
@@ -62,6 +35,10 @@ TEST_F(HABMAddrAssignTree, EndsResolveByKindAndTheTargetSpaceOrMapItselfOrThroug
   local_->setTargetPath("m");
   EXPECT_EQ(local_->getTargetMemoryMap(), map());
   EXPECT_EQ(local_->getTargetAddrSpace(), nullptr);
+  // Paths are stored relative to the block, and ones outside it are refused (the rules are HABMPath's).
+  EXPECT_TRUE(local_->setSourcePath("/u0/m/regs"));
+  EXPECT_EQ(local_->getSourcePath(false), "m/regs");
+  EXPECT_FALSE(local_->setTargetPath("/elsewhere/s"));
 }
 
 // Nothing is cached: every call resolves the stored paths through the top block as it stands.

@@ -27,8 +27,8 @@ R referenceRead(std::string const& text) {
   return s.isValid() && t.isValid() ? R(s.getBaseAddress(), t.getBaseAddress(), s.getRange()) : R();
 }
 
-TEST(HABMAddrRemap, ReadsRandomTextsAsTheRegularExpressionsDo) {
-  std::mt19937 rng(99);
+TEST(HABMAddrRemap, ReadsRandomTextsAsTheRegularExpressionsDoPrintsFormsThatReadBackAndOrdersBySource) {
+  std::mt19937_64 rng(99);
   std::string const fields[] = {"", "0x1000", "4K", "zz", "0x8000[4K]", "0:1", "b1"};
   std::string const marks[] = {" ", "\t", ",", " , ", "[", " [", "]", "\xE9"};
   for (int i = 0; i < 100000; ++i) {
@@ -38,21 +38,16 @@ TEST(HABMAddrRemap, ReadsRandomTextsAsTheRegularExpressionsDo) {
     }
     ASSERT_EQ(R(text), referenceRead(text)) << '"' << text << '"';
   }
-}
-
-TEST(HABMAddrRemap, PrintsFormsThatReadBack) {
+  // The printed forms read back.
   R const r(V(0x1000U), V(0x8000U), V(0x1000U));
   EXPECT_EQ(r.getBaseAbrvString(), "0x1000,0x8000[4K]");
   EXPECT_EQ(r.getTclListString(), "{0x1000 0x8000 4K}");
   EXPECT_EQ(r.getTclDictString(), "{source 0x1000 target 0x8000 range 4K}");
-  std::mt19937_64 rng(5);
   for (int i = 0; i < 20000; ++i) {
     R const x(V(rng(), rng()), V(rng(), rng()), V(0, rng() % 4096) << static_cast<int>(rng() % 64));
     ASSERT_EQ(R(x.getBaseAbrvString(static_cast<unsigned>(rng() % 3) * 32)), x) << x;
   }
-}
-
-TEST(HABMAddrRemap, OrdersBySourceThenTargetThenRange) {
+  // Remaps order by source, then target, then range.
   EXPECT_LT(R(V(1U), V(9U), V(9U)), R(V(2U), V(0U), V(0U)));
   EXPECT_LT(R(V(1U), V(1U), V(9U)), R(V(1U), V(2U), V(0U)));
   EXPECT_LT(R(V(1U), V(2U), V(3U)), R(V(1U), V(2U), V(4U)));

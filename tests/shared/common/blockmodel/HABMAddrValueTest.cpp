@@ -77,29 +77,6 @@ TEST(HABMAddrValue, ReadsEdgeAndRandomTextsAsTheRulesOverBoostsReaderDo) {
   EXPECT_EQ(V("340282366920938463463374607431768211457"s), V(1U));  // 2^128 + 1
 }
 
-TEST(HABMAddrValue, NamedConstantsPrintAsTheirNames) {
-  std::string names;
-  for (V const* c : {&V::CONST_1K(), &V::CONST_4K(), &V::CONST_64K(), &V::CONST_1M(), &V::CONST_1G(),
-                     &V::CONST_4G(), &V::CONST_1T(), &V::CONST_16T(), &V::CONST_256T(), &V::CONST_1P(),
-                     &V::CONST_1E(), &V::CONST_16E(), &V::CONST_1Z(), &V::CONST_1Y()}) {
-    names += c->getAbrvStringValue() + ' ';
-  }
-  EXPECT_EQ(names, "1K 4K 64K 1M 1G 4G 1T 16T 256T 1P 1E 16E 1Z 1Y ");
-}
-
-TEST(HABMAddrValue, PrintsEachFormPaddedButNeverCutAndTheLow64BitsInDecimal) {
-  EXPECT_EQ(V(0U).getBinStringValue(), "b0");
-  EXPECT_EQ(V(0x1000U).getPrettyHexStringValue(30), "0x0000_1000");  // whole digits
-  EXPECT_EQ(V(0xABCDEFU).getHexStringValue(4), "0xABCDEF");
-  EXPECT_EQ(V(5U).getBinStringValue(4), "b0101");
-  EXPECT_EQ(V::CONST_MAX().getIntStringValue(), "18446744073709551615");
-  // The size form: the quotient by the largest unit that divides the number, of which only 64 bits print.
-  EXPECT_EQ(V(1000U).getAbrvStringValue(), "1000");
-  EXPECT_EQ(V(0x180000U).getAbrvStringValue(), "1536K");
-  EXPECT_EQ(V::CONST_16E().getAbrvStringValue(), "16E");
-  EXPECT_EQ((V::CONST_1Y() << 40).getAbrvStringValue(), "1099511627776Y");
-}
-
 // Values where the edges are: every width, powers of two and their neighbours, all ones, zero.
 Wide randomWide(std::mt19937_64& rng) {
   unsigned const k = static_cast<unsigned>(rng() % 128);
@@ -108,7 +85,24 @@ Wide randomWide(std::mt19937_64& rng) {
   return choices[rng() % std::size(choices)];
 }
 
-TEST(HABMAddrValue, PrintedFormsReadBackToTheSameValue) {
+TEST(HABMAddrValue, PrintsEachFormPaddedButNeverCutAndEveryFormReadsBackToTheSameValue) {
+  EXPECT_EQ(V(0U).getBinStringValue(), "b0");
+  EXPECT_EQ(V(0x1000U).getPrettyHexStringValue(30), "0x0000_1000");  // whole digits
+  EXPECT_EQ(V(0xABCDEFU).getHexStringValue(4), "0xABCDEF");
+  EXPECT_EQ(V(5U).getBinStringValue(4), "b0101");
+  EXPECT_EQ(V::CONST_MAX().getIntStringValue(), "18446744073709551615");
+  // The size form: the quotient by the largest unit that divides the number, of which only 64 bits print.
+  EXPECT_EQ(V(1000U).getAbrvStringValue(), "1000");
+  EXPECT_EQ(V(0x180000U).getAbrvStringValue(), "1536K");
+  EXPECT_EQ((V::CONST_1Y() << 40).getAbrvStringValue(), "1099511627776Y");
+  std::string names;  // the named constants are their sizes
+  for (V const* c : {&V::CONST_1K(), &V::CONST_4K(), &V::CONST_64K(), &V::CONST_1M(), &V::CONST_1G(),
+                     &V::CONST_4G(), &V::CONST_1T(), &V::CONST_16T(), &V::CONST_256T(), &V::CONST_1P(),
+                     &V::CONST_1E(), &V::CONST_16E(), &V::CONST_1Z(), &V::CONST_1Y()}) {
+    names += c->getAbrvStringValue() + ' ';
+  }
+  EXPECT_EQ(names, "1K 4K 64K 1M 1G 4G 1T 16T 256T 1P 1E 16E 1Z 1Y ");
+  // Every printed form reads back to the same value.
   std::mt19937_64 rng(7);
   for (int i = 0; i < 5000; ++i) {
     V const v = fromWide(randomWide(rng));
@@ -158,7 +152,7 @@ TEST(HABMAddrValue, ArithmeticAndPowerOfTwoQueriesMatchBoostsInteger) {
   }
 }
 
-TEST(HABMAddrValue, StepsWrapAndComplementAndStrayBitIndicesActOnTheValueItself) {
+TEST(HABMAddrValue, StepsWrapStrayBitIndicesActOnTheValueItselfAndResultsKeepTheLeftOperandsValidity) {
   V x = V::CONST_MAX();
   EXPECT_EQ(x++, V::CONST_MAX());
   EXPECT_EQ(--x, V::CONST_MAX());
@@ -172,9 +166,7 @@ TEST(HABMAddrValue, StepsWrapAndComplementAndStrayBitIndicesActOnTheValueItself)
   x.bit_unset(200);
   x.bit_unset(127);
   EXPECT_EQ(x, V());
-}
-
-TEST(HABMAddrValue, ResultsKeepTheLeftOperandsValidityWhichComparisonsIgnore) {
+  // Results keep the left operand's validity, which comparisons ignore.
   V const bad{"zzz"s}, good(0U);
   EXPECT_FALSE((bad + good).isValid());
   EXPECT_TRUE((good + bad).isValid());

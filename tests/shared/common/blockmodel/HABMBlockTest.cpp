@@ -39,25 +39,22 @@ TEST_F(HABMBlockTree, PathsAndDepthsFollowTheTreeAndARemovedSubBlockBecomesATopB
   EXPECT_EQ(top_->getSubBlocks(), (std::vector<HABMBlock*>{b_}));
 }
 
-TEST_F(HABMBlockTree, VisibilityNeedsEveryAncestorTransparentButNotTheBlockItself) {
+// Visibility needs every ancestor transparent, but not the block itself.
+TEST_F(HABMBlockTree, AncestorsDecideVisibilityTheRswAncestorAndLocks) {
   x_->setTransparent(false);
   EXPECT_TRUE(x_->isVisible());
   EXPECT_FALSE(deep_->isVisible());
   top_->setTransparent(false);
   EXPECT_FALSE(a_->isVisible());
   EXPECT_TRUE(top_->isVisible());
-}
-
-TEST_F(HABMBlockTree, RswAncestorIsTheNearestStrictAncestorWithTheFlag) {
+  // The RSW ancestor is the nearest strict ancestor with the flag.
   deep_->setBlockRsw(true);
   EXPECT_EQ(deep_->getRswAncestor(), nullptr);
   a_->setBlockRsw(true);
   EXPECT_EQ(deep_->getRswAncestor(), a_);
   x_->setAttribute(HABMAttribute::BLOCK_RSW(), "TRUE", true);
   EXPECT_EQ(deep_->getRswAncestor(), x_);
-}
-
-TEST_F(HABMBlockTree, NearestDefiniteLockStateDecidesUnlessTheHostIgnoresLocks) {
+  // The nearest definite lock state decides, unless the host ignores locks.
   EXPECT_FALSE(deep_->isLocked());
   top_->setLocked(HABMBlock::LOCKED);
   a_->setLocked(HABMBlock::UNLOCKED);
@@ -69,22 +66,7 @@ TEST_F(HABMBlockTree, NearestDefiniteLockStateDecidesUnlessTheHostIgnoresLocks) 
 
 // Kinds.
 
-TEST(HABMBlockKind, VlnvLibraryDecidesIgnoringCaseAndNeedsFourParts) {
-  auto const b = HABMBlock::createTopBlock("m");
-  auto const kind = [&b](char const* vlnv) {
-    b->setModuleVlnv(vlnv);
-    return std::string(b->isIP() ? "ip" : "") + (b->isBlockDesign() ? "bd" : "") +
-           (b->isBlockDesignRef() ? "bdref" : "") + (b->isModuleRef() ? "moduleref" : "");
-  };
-  EXPECT_EQ(kind("v:IP:n:1"), "ip");
-  EXPECT_EQ(kind("v:ip:n"), "");
-  EXPECT_EQ(kind("v:BlockDiagram:n:1"), "bd");
-  EXPECT_EQ(kind("v:blockdesign:n:1"), "bd");
-  EXPECT_EQ(kind("v:BlockDesign_Ref:n:1"), "bdref");
-  EXPECT_EQ(kind("v:module_ref:n:1"), "moduleref");
-}
-
-TEST_F(HABMBlockTree, ExistenceKindsIgnoreTheValueFlagKindsWantTrueAndNocModulesAreFoundBelow) {
+TEST_F(HABMBlockTree, ExistenceKindsIgnoreTheValueFlagKindsWantTrueAndVlnvKindsGoByTheLibrary) {
   deep_->createAttribute(HABMAttribute::PRIMITIVE(), "false");
   deep_->createAttribute(HABMAttribute::BLACK_BOX(), "TRUE");
   deep_->createAttribute(HABMAttribute::BLOCK_STUB(), "1");
@@ -94,26 +76,33 @@ TEST_F(HABMBlockTree, ExistenceKindsIgnoreTheValueFlagKindsWantTrueAndNocModules
   deep_->createAttribute(HABMAttribute::OPM_NOC(), "");
   EXPECT_TRUE(top_->hasOpmNocModule());
   EXPECT_FALSE(b_->hasOpmNocModule());
+  // Each VLNV, then the kinds it makes a block: the library decides, ignoring case, and needs four parts.
+  for (std::string const row : {"v:IP:n:1 ip", "v:ip:n ", "v:BlockDiagram:n:1 bd", "v:blockdesign:n:1 bd",
+                                "v:BlockDesign_Ref:n:1 bdref", "v:module_ref:n:1 moduleref"}) {
+    x_->setModuleVlnv(row.substr(0, row.find(' ')));
+    EXPECT_EQ(std::string(x_->isIP() ? "ip" : "") + (x_->isBlockDesign() ? "bd" : "") +
+                  (x_->isBlockDesignRef() ? "bdref" : "") + (x_->isModuleRef() ? "moduleref" : ""),
+              row.substr(row.find(' ') + 1));
+  }
 }
 
 // Moving blocks in and out.
 
-TEST_F(HABMBlockTree, InsertAdoptsATopBlockUnderTheNewName) {
+TEST_F(HABMBlockTree, InsertAdoptsATopBlockUnderTheNewNameAndRenamingMovesTheLookup) {
   auto other = HABMBlock::createTopBlock("mo");
   HABMBlock* in = other->createSubBlock("in", "mi", false);
   EXPECT_EQ(b_->insertSubBlock("y", other, false), nullptr);
   EXPECT_EQ(deep_->insertSubBlock("loop", top_, false), nullptr);  // the tree that holds the target
   ASSERT_TRUE(top_ && other);
-  ASSERT_NE(b_->insertSubBlock("y", other, true), nullptr);
+  HABMBlock* const twin = b_->insertSubBlock("y", other, true);
+  ASSERT_NE(twin, nullptr);
   EXPECT_EQ(other, nullptr);
   EXPECT_EQ(in->getInstancePath(), "/b/y/in");
   EXPECT_EQ(b_->getSubBlock("y"), y_);
   EXPECT_EQ(top_->findSubBlock("/b/y/in", true), nullptr);  // the path goes through the first "y"
-}
-
-TEST_F(HABMBlockTree, RenamingASubBlockMovesItsLookup) {
+  // Renaming a sub-block moves its look-up: the twin is found under "y" now.
   y_->setInstanceName("x");
-  EXPECT_EQ(b_->getSubBlock("y"), nullptr);
+  EXPECT_EQ(b_->getSubBlock("y"), twin);
   EXPECT_EQ(b_->getSubBlock("x"), y_);
   a_->setInstanceName("b");  // now two sub-blocks "b"; the first in order wins
   EXPECT_EQ(top_->getSubBlock("b"), a_);
@@ -122,7 +111,7 @@ TEST_F(HABMBlockTree, RenamingASubBlockMovesItsLookup) {
 
 // Finds.
 
-TEST_F(HABMBlockTree, FindSubBlockWalksOneLevelUnlessRecursive) {
+TEST_F(HABMBlockTree, FindsWalkOneLevelUnlessRecursiveAndPluralOnesGoDepthFirst) {
   EXPECT_EQ(top_->findSubBlock("a", false), a_);
   EXPECT_EQ(top_->findSubBlock("/a/x", false), nullptr);
   EXPECT_EQ(top_->findSubBlock("/a/x", true), x_);
@@ -132,9 +121,7 @@ TEST_F(HABMBlockTree, FindSubBlockWalksOneLevelUnlessRecursive) {
   EXPECT_EQ(a_->findSubBlock("/b", true), nullptr);
   EXPECT_TRUE(top_->hasSubBlock(deep_, true));
   EXPECT_FALSE(top_->hasSubBlock(deep_, false));
-}
-
-TEST_F(HABMBlockTree, FindSubBlocksPutsDepthFirstAndDirectChildrenLastAndMatchesWholePaths) {
+  // The plural finds put depth first and direct children last, and match whole paths.
   using B = std::vector<HABMBlock*>;
   EXPECT_EQ(top_->findSubBlocks("", true), (B{deep_, x_, y_, a_, b_}));
   EXPECT_EQ(top_->findSubBlocks("", false), (B{a_, b_}));
@@ -147,24 +134,9 @@ TEST_F(HABMBlockTree, FindSubBlocksPutsDepthFirstAndDirectChildrenLastAndMatches
   EXPECT_EQ(top_->findSubBlocksByVlnv("*:ip:*", true), (B{y_}));
 }
 
-// Traces other than the life of a child.
+// Traces other than the life of a child; the arguments of one are evaluated only when it is sent.
 
-TEST_F(HABMBlockTree, TopBlocksAndInsertionsAreTracedWithTheBlockMask) {
-  ComMsgCapture capture;
-  ComMsgScopeGuard on("HABM");
-  auto other = HABMBlock::createTopBlock("o");
-  b_->insertSubBlock("in", other, false);
-  b_->insertSubBlock("bad/name", other, false);
-  EXPECT_EQ(capture.texts(),
-            (std::vector<std::string>{"Created new top-block module 'o'.\n",
-                                      "Inserted sub-block '/b/in' into block '/b'.\n",
-                                      "Failed to insert sub-block 'bad/name' in block '/b'.\n"}));
-  for (auto const& r : capture.records()) {
-    EXPECT_EQ(r.mask, kBlockMask) << r.text;
-  }
-}
-
-TEST(HABMBlockTrace, ArgumentsAreNotEvaluatedWithTheScopeOff) {
+TEST_F(HABMBlockTree, TraceArgumentsAreNotEvaluatedWithTheScopeOffAndTopBlocksAndInsertionsAreTraced) {
   ComMsgCapture capture;
   int evaluated = 0;
   auto const argument = [&evaluated](char const* text) {
@@ -175,7 +147,16 @@ TEST(HABMBlockTrace, ArgumentsAreNotEvaluatedWithTheScopeOff) {
   ComMsgScopeGuard on("HABM");
   HABM_TRACE(kBlockMask, "Traced '%s'.\n", argument("on"));
   EXPECT_EQ(evaluated, 1);
-  EXPECT_EQ(capture.texts(), std::vector<std::string>{"Traced 'on'.\n"});
+  auto other = HABMBlock::createTopBlock("o");
+  b_->insertSubBlock("in", other, false);
+  b_->insertSubBlock("bad/name", other, false);
+  EXPECT_EQ(capture.texts(),
+            (std::vector<std::string>{"Traced 'on'.\n", "Created new top-block module 'o'.\n",
+                                      "Inserted sub-block '/b/in' into block '/b'.\n",
+                                      "Failed to insert sub-block 'bad/name' in block '/b'.\n"}));
+  for (auto const& r : capture.records()) {
+    EXPECT_EQ(r.mask, kBlockMask) << r.text;
+  }
 }
 
 }  // namespace

@@ -22,16 +22,15 @@
 namespace {
 
 using namespace habm_test;
+using namespace std::string_literals;
 using HABMJsonFile = TempDirTest;
 
 constexpr char kFrame[] = R"({"schema":"tessel:schema:block_model:1.0","top_block":)";
 
-// The address design plus the fields that neither it nor the example sets away from their defaults.
+// The address design plus the fields that neither it, the example nor the generated designs (which travel
+// through files in HABMModularRoundTripTest) set away from their defaults.
 std::unique_ptr<HABMBlock> makeRichDesign() {
   auto top = makeAddrDesign();
-  top->setEnablement("always");
-  top->setValidated(true);
-  top->setLocked(HABMBlock::UNLOCKED);
   top->createAttribute("quote\"and\\slash", "line\nbreak");
   top->createGeneric("EMPTY", "");
   HABMBlock* u0 = top->getSubBlock("u0");
@@ -55,15 +54,16 @@ std::unique_ptr<HABMBlock> makeRichDesign() {
   return top;
 }
 
-TEST_F(HABMJsonFile, RichDesignRoundTripsAndCompressionIsToldByTheFirstBytes) {
+TEST_F(HABMJsonFile, RichDesignRoundTripsPlainAndCompressedAndACompressedFileCutShortSaysSo) {
   auto const tree = makeRichDesign();
   roundTrip(*tree, "a.bm");
   roundTrip(*tree, "a.bm.gz");
-  EXPECT_EQ(bytes(path("a.bm.gz")).substr(0, 2), "\x1F\x8B");
-  put(path("gzip.bm"), bytes(path("a.bm.gz")));
-  auto const back = HABMBlock::readTopBlock(HUTFile(path("gzip.bm")));
-  ASSERT_NE(back, nullptr);
-  expectSameTree(*tree, *back);
+  put(path("cut.bm.gz"), bytes(path("a.bm.gz")).substr(0, 200));
+  ComMsgCapture capture;
+  EXPECT_EQ(HABMBlock::readTopBlock(HUTFile(path("cut.bm.gz"))), nullptr);
+  ASSERT_FALSE(capture.records().empty());
+  EXPECT_EQ(capture.records().front().args,
+            std::vector<std::string>{"The file's compressed stream is damaged or cut short."});
 }
 
 // The pretty text of the example is the example's own, inside the host or not.
@@ -206,29 +206,15 @@ TEST_F(HABMJsonFile, ARemapPastTheTopOfTheAddressSpaceIsNotWritten) {
   EXPECT_FALSE(std::filesystem::exists(path("wrap.bm")));
 }
 
-TEST_F(HABMJsonFile, AReadThatStopsAtAMissingFieldKeepsTheFieldsBeforeIt) {
+TEST_F(HABMJsonFile, ReadsIntoABlockKeepWhatCameBeforeAFailureAndReplaceEmptiesWhatMergeKeeps) {
+  // A read that stops at a missing field keeps the fields before it.
   put(path("p.bm"), R"({"top_block":{"module_name":"m","boundary":{"ports":{"a":{"type":"wire"}}}}})");
   auto target = HABMBlock::createTopBlock("t");
   EXPECT_FALSE(HABMJsonReader::readBlock(HUTFile(path("p.bm")), *target, HABMJsonReader::MODE_REPLACE));
   ASSERT_NE(target->getPort("a"), nullptr);
   EXPECT_TRUE(target->getPort("a")->isWirePort());
-}
-
-TEST_F(HABMJsonFile, ACompressedFileCutShortSaysSo) {
-  auto const soc = HABMBlock::readTopBlock(HUTFile(std::string(MZ_EXAMPLES_DIR) + "/soc.bm"));
-  ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("soc.bm.gz")), *soc, false));
-  put(path("cut.bm.gz"), bytes(path("soc.bm.gz")).substr(0, 200));
-  ComMsgCapture capture;
-  EXPECT_EQ(HABMBlock::readTopBlock(HUTFile(path("cut.bm.gz"))), nullptr);
-  ASSERT_FALSE(capture.records().empty());
-  EXPECT_EQ(capture.records().front().args,
-            std::vector<std::string>{"The file's compressed stream is damaged or cut short."});
-}
-
-TEST_F(HABMJsonFile, ReplaceEmptiesTheKindsOfEachGroupPresentAndMergeOnlyAdds) {
   put(path("c.bm"), R"({"top_block":{"module_name":"m","configuration":{"generics":{"G":{"value":"new"},)"
                     R"("N":{"value":"new"}}},"boundary":{"address_spaces":{"s":{"range":"1K"}}}}})");
-  auto target = HABMBlock::createTopBlock("t");
   target->createAttribute("A", "old");
   target->createGeneric("G", "old");
   target->createMemoryMap("old")->setRange(HABMAddrValue::CONST_1K());
@@ -238,14 +224,13 @@ TEST_F(HABMJsonFile, ReplaceEmptiesTheKindsOfEachGroupPresentAndMergeOnlyAdds) {
   EXPECT_EQ(target->getGeneric("G")->getValue(), "old");
   EXPECT_EQ(target->getGeneric("N")->getValue(), "new");
   EXPECT_FALSE(target->hasAddrSpaces());
-  // Replacing empties attributes and memory maps too; the contents group is absent: the sub-block stays.
+  // Replacing empties the port, attributes and memory maps too; the contents group is absent: the sub-block
+  // stays.
   ASSERT_TRUE(HABMJsonReader::readBlock(HUTFile(path("c.bm")), *target, HABMJsonReader::MODE_REPLACE));
-  EXPECT_EQ(written(*target),
-            kFrame +
-                std::string(R"({"module_name":"m","configuration":{"generics":{"G":{"value":"new"},)"
-                            R"("N":{"value":"new"}}},"boundary":{"address_spaces":{"s":{"range":"0x400"}}},)"
-                            R"("contents":{"sub_blocks":{"u":{"module_name":"x"}}}})") +
-                "}");
+  EXPECT_EQ(written(*target), kFrame +
+                                  R"({"module_name":"m","configuration":{"generics":{"G":{"value":"new"},)"
+                                  R"("N":{"value":"new"}}},"boundary":{"address_spaces":{"s":{"range":)"
+                                  R"("0x400"}}},"contents":{"sub_blocks":{"u":{"module_name":"x"}}}}})"s);
 }
 
 TEST_F(HABMJsonFile, FailedWritesLeaveWhatWasThereAndNoTemporaryFile) {

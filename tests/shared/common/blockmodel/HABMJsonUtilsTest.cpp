@@ -39,7 +39,7 @@ std::string attempt(rapidjson::Document const& doc, T value, Get get) {
   return text.str();
 }
 
-TEST(HABMJsonUtilsTest, EachGetterConvertsWhatItCanAndLeavesItsDefaultOtherwise) {
+TEST(HABMJsonUtilsTest, EachGetterConvertsWhatItCanAndMissingAndMistypedMembersSendTheirMessages) {
   // The JSON text of member "m" (null for no member), then what each getter makes of it.
   char const* const cases[][4] = {
       {"true", "true", "1", "true"},
@@ -63,9 +63,7 @@ TEST(HABMJsonUtilsTest, EachGetterConvertsWhatItCanAndLeavesItsDefaultOtherwise)
     EXPECT_STREQ(attempt(doc, 99, HABMJsonUtils::getJsonInt).c_str(), asInt);
     EXPECT_STREQ(attempt(doc, std::string("default"), HABMJsonUtils::getJsonString).c_str(), asString);
   }
-}
-
-TEST(HABMJsonUtilsTest, MissingAndMistypedMembersSendTheirMessagesAndTheFirstOfTwinsCounts) {
+  // Missing and mistyped members send their messages, and the first of twins counts.
   auto const doc = parse(R"({"a":null,"b":1.5,"twin":"first","twin":"second"})");
   std::string text;
   int number = 0;

@@ -13,14 +13,15 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
+using namespace std::string_literals;
 using N = HABMNocInterface;
+using habm_test::makeNocInterface;
 
 TEST(HABMNocInterface, VocabulariesFoldCaseAndRangesFollowTheirGrammar) {
-  EXPECT_EQ(N::encodeNocCategory("HSIO5"), N::CATEGORY_HSIO5);
-  EXPECT_EQ(N::decodeNocCategory(N::CATEGORY_UNKNOWN), "");
-  EXPECT_EQ(N::encodeNocMode("VNSU"), N::MODE_VNSU);
   EXPECT_EQ(N::encodeNocTrafficClass("Low_Latency"), N::TRAFFIC_LOW_LATENCY);
   EXPECT_EQ(N::encodeNocProtocol("axi"), N::PROTOCOL_UNKNOWN);
   struct Case {
@@ -37,9 +38,9 @@ TEST(HABMNocInterface, VocabulariesFoldCaseAndRangesFollowTheirGrammar) {
   }
 }
 
-TEST(HABMNocInterface, LocationIsRefusedOnVirtualInterfacesWhichKeepAnOldOne) {
+TEST(HABMNocInterface, LocationIsRefusedOnVirtualInterfacesAndTrafficClassesOnAllButAnNmu) {
   auto top = HABMBlock::createTopBlock("t");
-  HABMNocInterface* nmu = habm_test::makeNocInterface(*top, "n", N::MODE_NMU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* nmu = makeNocInterface(*top, "n", N::MODE_NMU);
   std::string error = "stale";
   EXPECT_TRUE(nmu->setLocation("A::B", error));
   EXPECT_EQ(error, "");
@@ -50,13 +51,24 @@ TEST(HABMNocInterface, LocationIsRefusedOnVirtualInterfacesWhichKeepAnOldOne) {
   EXPECT_EQ(nmu->getLocation(), "A:B");
   EXPECT_FALSE(nmu->setLocation("", error));
   EXPECT_EQ(error, "LOCATION can only be set on NMU or NSU interfaces.");
+  // Only an NMU takes traffic classes.
+  nmu->setNocMode(N::MODE_NMU);
+  EXPECT_TRUE(nmu->setReadTrafficClass(N::TRAFFIC_ISOCHRONOUS));
+  EXPECT_EQ(nmu->getParameter(N::READ_TRAFFIC_CLASS())->getValue(), "isochronous");
+  nmu->setParameter(N::WRITE_TRAFFIC_CLASS(), "BEST_EFFORT", true);
+  EXPECT_EQ(nmu->getWriteTrafficClass(), N::TRAFFIC_BEST_EFFORT);
+  for (N::NocMode mode : {N::MODE_NSU, N::MODE_VNMU}) {
+    HABMNocInterface* other = makeNocInterface(*top, N::decodeNocMode(mode), mode);
+    EXPECT_FALSE(other->setWriteTrafficClass(N::TRAFFIC_BEST_EFFORT));
+    EXPECT_TRUE(other->getParameters().empty());
+  }
 }
 
 TEST(HABMNocInterface, StreamDestinationIdsAreCheckedAgainstTheirWidth) {
   auto top = HABMBlock::createTopBlock("t");
-  HABMNocInterface* nsu = habm_test::makeNocInterface(*top, "s", N::MODE_NSU, N::PROTOCOL_AXIS);
-  HABMNocInterface* mm = habm_test::makeNocInterface(*top, "m", N::MODE_NSU, N::PROTOCOL_AXIMM);
-  HABMNocInterface* vnsu = habm_test::makeNocInterface(*top, "v", N::MODE_VNSU, N::PROTOCOL_AXIS);
+  HABMNocInterface* nsu = makeNocInterface(*top, "s", N::MODE_NSU, N::PROTOCOL_AXIS);
+  HABMNocInterface* mm = makeNocInterface(*top, "m", N::MODE_NSU);
+  HABMNocInterface* vnsu = makeNocInterface(*top, "v", N::MODE_VNSU, N::PROTOCOL_AXIS);
   std::string error;
   EXPECT_FALSE(mm->setTdestId("3", error));
   EXPECT_EQ(error, "TDEST_ID can be set on AXIS NSU (or) VNSU (INI) only.");
@@ -65,61 +77,42 @@ TEST(HABMNocInterface, StreamDestinationIdsAreCheckedAgainstTheirWidth) {
   vnsu->setTdestWidth("4");
   EXPECT_TRUE(vnsu->setTdestId("3", error)) << error;
 
-  // Without DST_ID_WIDTH the width is 4: a small id is stored, and the answer still says why it is false.
-  EXPECT_FALSE(nsu->setTdestId("15", error));
-  EXPECT_EQ(error, "TDEST_WIDTH parameter not found.");
-  EXPECT_EQ(nsu->getTdestId(), "0xF");
-  EXPECT_FALSE(nsu->setTdestId("16", error));
-  EXPECT_EQ(error, "TDEST_ID exceeds maximum available bits.");
-  EXPECT_EQ(nsu->getTdestId(), "0xF");
-
-  nsu->setTdestWidth("2");
-  EXPECT_TRUE(nsu->setTdestId("3", error));
-  EXPECT_EQ(nsu->getTdestId(), "0x3");
-  EXPECT_FALSE(nsu->setTdestId("4", error));
-  EXPECT_EQ(error, "TDEST_ID exceeds maximum available bits.");
-  EXPECT_FALSE(nsu->setTdestId("5:2", error));
-  EXPECT_EQ(error, "TDEST_ID format is invalid.");
-  nsu->setTdestWidth("wide");  // unreadable: 4, silently
-  EXPECT_TRUE(nsu->setTdestId("1:15", error));
-  EXPECT_EQ(nsu->getTdestId(), "0x1:0xF");
-  EXPECT_TRUE(nsu->setTdestId("", error));
-  EXPECT_EQ(nsu->getTdestId(), "");
+  // Without DST_ID_WIDTH the width is 4: a small id is stored, and the answer still says why it is false;
+  // an unreadable width is 4, silently.
+  using Step = std::tuple<char const*, char const*, char const*, char const*>;  // width, id, error, stored id
+  for (auto const& [width, id, why, stored] : {
+           Step{"", "15", "TDEST_WIDTH parameter not found.", "0xF"},
+           Step{"", "16", "TDEST_ID exceeds maximum available bits.", "0xF"},
+           Step{"2", "3", "", "0x3"},
+           Step{"2", "4", "TDEST_ID exceeds maximum available bits.", "0x3"},
+           Step{"2", "5:2", "TDEST_ID format is invalid.", "0x3"},
+           Step{"wide", "1:15", "", "0x1:0xF"},
+           Step{"wide", "", "", ""},
+       }) {
+    nsu->setTdestWidth(width);
+    bool const ok = nsu->setTdestId(id, error);
+    EXPECT_EQ(error, why) << width << " " << id;
+    EXPECT_EQ(ok, error.empty()) << width << " " << id;
+    EXPECT_EQ(nsu->getTdestId(), stored) << width << " " << id;
+  }
   nsu->setTdestWidth("");
   EXPECT_EQ(nsu->getParameter(N::DST_ID_WIDTH()), nullptr);
 }
 
-TEST(HABMNocInterface, OnlyAnNmuTakesTrafficClasses) {
-  auto top = HABMBlock::createTopBlock("t");
-  HABMNocInterface* nmu = habm_test::makeNocInterface(*top, "n", N::MODE_NMU, N::PROTOCOL_AXIMM);
-  EXPECT_EQ(nmu->getReadTrafficClass(), N::TRAFFIC_UNKNOWN);
-  EXPECT_TRUE(nmu->setReadTrafficClass(N::TRAFFIC_ISOCHRONOUS));
-  EXPECT_EQ(nmu->getParameter(N::READ_TRAFFIC_CLASS())->getValue(), "isochronous");
-  nmu->setParameter(N::WRITE_TRAFFIC_CLASS(), "BEST_EFFORT", true);
-  EXPECT_EQ(nmu->getWriteTrafficClass(), N::TRAFFIC_BEST_EFFORT);
-  for (N::NocMode mode : {N::MODE_NSU, N::MODE_VNMU}) {
-    HABMNocInterface* other =
-        habm_test::makeNocInterface(*top, N::decodeNocMode(mode), mode, N::PROTOCOL_AXIMM);
-    EXPECT_FALSE(other->setWriteTrafficClass(N::TRAFFIC_BEST_EFFORT));
-    EXPECT_TRUE(other->getParameters().empty());
-  }
-}
-
-TEST(HABMNocInterface, CreatorsSayWhyAndFindsLeaveIniOutWhenAsked) {
+TEST(HABMNocInterface, CreatorsSayWhyFindsLeaveIniOutWhenAskedAndConnectionsAreFoundOnEveryBlockAbove) {
   auto top = HABMBlock::createTopBlock("t");
   HABMBlock* u0 = top->createSubBlock("u0", "m", false);
   std::string error;
+  EXPECT_EQ(top->createNocInterface("", error), nullptr);
   EXPECT_EQ(top->createNocInterface("a/b", error), nullptr);
   EXPECT_EQ(error, "NOC interface name 'a/b' is invalid.");
-  EXPECT_EQ(top->createNocInterface("", error), nullptr);
-  EXPECT_EQ(error, "NOC interface name '' is invalid.");
   HABMNocInterface* ini =
-      habm_test::makeNocInterface(*top, "noc_interface_1", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
+      makeNocInterface(*top, "noc_interface_1", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
   EXPECT_EQ(top->createNocInterface("noc_interface_1", error), nullptr);
   EXPECT_EQ(error, "A NOC interface named 'noc_interface_1' already exists.");
   HABMNocInterface* automatic = top->createNocInterface();  // counts from 1, which is taken
   EXPECT_EQ(automatic->getName(), "noc_interface_2");
-  HABMNocInterface* below = habm_test::makeNocInterface(*u0, "x", N::MODE_NSU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* below = makeNocInterface(*u0, "x", N::MODE_NSU);
   EXPECT_EQ(top->getNocInterfaces(true), std::vector<HABMNocInterface*>{automatic});
   EXPECT_EQ(top->findNocInterfaces("", true, false), (std::vector<HABMNocInterface*>{ini, automatic, below}));
   EXPECT_EQ(top->findNocInterfaces("*x", true, true), std::vector<HABMNocInterface*>{below});
@@ -128,15 +121,12 @@ TEST(HABMNocInterface, CreatorsSayWhyAndFindsLeaveIniOutWhenAsked) {
   EXPECT_FALSE(top->hasEditableNocInterfaces());
   below->setEditable(true);
   EXPECT_TRUE(top->hasEditableNocInterfaces());
-}
-
-TEST(HABMNocInterface, ConnectionsAreFoundOnEveryBlockAbove) {
-  auto top = HABMBlock::createTopBlock("t");
+  // Connections are found on every block above.
   HABMBlock* mid = top->createSubBlock("mid", "m", false);
   HABMBlock* low = mid->createSubBlock("low", "l", false);
-  HABMNocInterface* nmu = habm_test::makeNocInterface(*low, "nmu", N::MODE_NMU, N::PROTOCOL_AXIMM);
-  HABMNocInterface* vnsu = habm_test::makeNocInterface(*low, "vnsu", N::MODE_VNSU, N::PROTOCOL_AXIMM);
-  HABMNocInterface* nsu = habm_test::makeNocInterface(*top, "nsu", N::MODE_NSU, N::PROTOCOL_AXIMM);
+  HABMNocInterface* nmu = makeNocInterface(*low, "nmu", N::MODE_NMU);
+  HABMNocInterface* vnsu = makeNocInterface(*low, "vnsu", N::MODE_VNSU);
+  HABMNocInterface* nsu = makeNocInterface(*top, "nsu", N::MODE_NSU);
   HABMNocConnection* inside = low->createNocConnection("nmu", "vnsu", true);
   HABMNocConnection* across = top->createNocConnection("mid/low/vnsu", "nsu", true);
   EXPECT_EQ(vnsu->getSourceConnections(), std::vector<HABMNocConnection*>{inside});
@@ -151,47 +141,27 @@ TEST(HABMNocInterface, ConnectionsAreFoundOnEveryBlockAbove) {
 
 // OPM NoC modules.
 
-struct OpmCase {
-  char const* opm;
-  char const* fabric;  // null: no NOC_FABRIC generic
-  std::vector<std::string> names;
-  N::NocMode mode;
-  N::NocProtocol protocol;
-  N::NocCategory category;
-  std::size_t apertures;
-};
+void addBus(HABMBlock& block, char const* name, HABMInterface::InterfaceType type, bool force = false) {
+  block.createInterface(name, force)->setInterfaceVlnv(HABMInterface::decodeInterfaceVlnv(type));
+}
 
 TEST(HABMNocInterface, OpmNocModulesGetOneInterfacePerAxiBus) {
-  for (OpmCase const& c :
-       {OpmCase{"NMU_MM",
-                nullptr,
-                {"S_AXI_nmu", "S_AXIS_nmu"},
-                N::MODE_NMU,
-                N::PROTOCOL_AXIMM,
-                N::CATEGORY_PL,
-                0},
-        OpmCase{"nsu_strm",
-                nullptr,
-                {"S_AXI_nsu", "S_AXIS_nsu"},
-                N::MODE_NSU,
-                N::PROTOCOL_AXIS,
-                N::CATEGORY_PL,
-                0},
-        OpmCase{"NSU_MM",
-                nullptr,
-                {"S_AXI_nsu", "S_AXIS_nsu"},
-                N::MODE_NSU,
-                N::PROTOCOL_AXIMM,
-                N::CATEGORY_PL,
-                1},
-        OpmCase{"NSU_MM",
-                "fab_hbm",
-                {"S_AXI_nsu", "S_AXIS_nsu"},
-                N::MODE_NSU,
-                N::PROTOCOL_AXIMM,
-                N::CATEGORY_FAB_HBM,
-                0},
-        OpmCase{"NOC_NMU_MM", nullptr, {}, N::MODE_UNKNOWN, N::PROTOCOL_AXIMM, N::CATEGORY_PL, 0}}) {
+  struct Case {
+    char const* opm;
+    char const* fabric;  // null: no NOC_FABRIC generic
+    char const* suffix;  // of the names of the interfaces made, after "S_AXI" and "S_AXIS"; null: none
+    N::NocMode mode;
+    N::NocProtocol protocol;
+    N::NocCategory category;
+    std::size_t apertures;
+  };
+  for (Case const& c : {
+           Case{"NMU_MM", nullptr, "_nmu", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_PL, 0},
+           Case{"nsu_strm", nullptr, "_nsu", N::MODE_NSU, N::PROTOCOL_AXIS, N::CATEGORY_PL, 0},
+           Case{"NSU_MM", nullptr, "_nsu", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_PL, 1},
+           Case{"NSU_MM", "fab_hbm", "_nsu", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_FAB_HBM, 0},
+           Case{"NOC_NMU_MM", nullptr, nullptr, N::MODE_UNKNOWN, N::PROTOCOL_AXIMM, N::CATEGORY_PL, 0},
+       }) {
     SCOPED_TRACE(c.opm);
     auto top = HABMBlock::createTopBlock("opm");
     top->createAttribute(HABMAttribute::OPM_NOC(), c.opm);
@@ -200,25 +170,22 @@ TEST(HABMNocInterface, OpmNocModulesGetOneInterfacePerAxiBus) {
     }
     top->createGeneric(HABMNocInterface::DATA_WIDTH(), "128");
     top->createNocInterface("old");
-    for (auto const& bus : {std::make_pair("S_AXI", HABMInterface::TYPE_AXIMM),
-                            std::make_pair("ACLK", HABMInterface::TYPE_CLOCK),
-                            std::make_pair("S_AXIS", HABMInterface::TYPE_AXIS)}) {
-      top->createInterface(bus.first, false)
-          ->setInterfaceVlnv(HABMInterface::decodeInterfaceVlnv(bus.second));
-    }
+    addBus(*top, "S_AXI", HABMInterface::TYPE_AXIMM);
+    addBus(*top, "ACLK", HABMInterface::TYPE_CLOCK);
+    addBus(*top, "S_AXIS", HABMInterface::TYPE_AXIS);
     EXPECT_EQ(top->getOpmNocMode(), c.mode);
     EXPECT_EQ(top->getOpmNocCategory(), c.category);
     top->inferNocInterfaces();
-    std::vector<std::string> names;
+    std::string names;
     for (HABMNocInterface const* iface : top->getNocInterfaces(false)) {
-      names.push_back(iface->getName());
+      names += iface->getName() + ' ';
       EXPECT_EQ(iface->getNocProtocol(), c.protocol);
       EXPECT_EQ(iface->getNocCategory(), c.category);
       EXPECT_EQ(iface->getApertures().size(), c.apertures);
       EXPECT_EQ(iface->getParameter(N::DATA_WIDTH())->getValue(), "128");
       EXPECT_EQ(iface->getParameter(N::READ_TRAFFIC_CLASS()) != nullptr, iface->isSource());
     }
-    EXPECT_EQ(names, c.names);
+    EXPECT_EQ(names, c.suffix == nullptr ? "" : "S_AXI"s + c.suffix + " S_AXIS" + c.suffix + ' ');
   }
 }
 
@@ -226,11 +193,9 @@ TEST(HABMNocInterface, InferenceKeepsGenericTextsAndSkipsNameClashes) {
   auto top = HABMBlock::createTopBlock("opm");
   top->createAttribute(HABMAttribute::OPM_NOC(), "NMU_MM");
   top->createGeneric(N::READ_TRAFFIC_CLASS(), "LOW_LATENCY");
-  for (auto const& [name, force] :
-       {std::make_pair("A", false), std::make_pair("A", true), std::make_pair("B", false)}) {
-    top->createInterface(name, force)
-        ->setInterfaceVlnv(HABMInterface::decodeInterfaceVlnv(HABMInterface::TYPE_AXIMM));
-  }
+  addBus(*top, "A", HABMInterface::TYPE_AXIMM);
+  addBus(*top, "A", HABMInterface::TYPE_AXIMM, true);
+  addBus(*top, "B", HABMInterface::TYPE_AXIMM);
   top->inferNocInterfaces();
   std::vector<std::string> names;
   for (HABMNocInterface const* iface : top->getNocInterfaces(false)) {

@@ -32,7 +32,7 @@ class HABMPortTree : public ::testing::Test {
 
 // Values.
 
-TEST_F(HABMPortTree, BoundsGiveWidthRangeAndEndianness) {
+TEST_F(HABMPortTree, BoundsGiveWidthRangeAndEndiannessAndTheWireTypeResetsThem) {
   struct Case {
     std::uint32_t left, right;
     std::uint64_t width;
@@ -47,9 +47,7 @@ TEST_F(HABMPortTree, BoundsGiveWidthRangeAndEndianness) {
     EXPECT_EQ(clk_->getPortRange(), c.range);
     EXPECT_EQ(clk_->isPortBigEndian(), c.bigEndian) << c.range;
   }
-}
-
-TEST_F(HABMPortTree, WireTypeResetsTheBoundsAndVectorKeepsThem) {
+  // The wire type resets the bounds, the vector type keeps them.
   clk_->setPortLeft(7);
   clk_->setPortType(HABMPort::TYPE_VECTOR);
   EXPECT_EQ(clk_->getPortLeft(), 7U);
@@ -74,7 +72,7 @@ TEST_F(HABMPortTree, EveryDirectionButOutIsATargetAndAnInput) {
 
 // Finds.
 
-TEST_F(HABMPortTree, FindPortWalksAtMostOneLevelUnlessRecursive) {
+TEST_F(HABMPortTree, FindsWalkAtMostOneLevelUnlessRecursiveAndMatchWholePaths) {
   struct Case {
     char const* path;
     bool recursive;
@@ -89,9 +87,7 @@ TEST_F(HABMPortTree, FindPortWalksAtMostOneLevelUnlessRecursive) {
   }
   EXPECT_EQ(u0_->findPort("/u0/u1/clk", false), u1clk_);
   EXPECT_EQ(u0_->findPort("/u2/d", true), nullptr);
-}
-
-TEST_F(HABMPortTree, FindPortsMatchesWholePathsInTableOrder) {
+  // The plural find matches whole paths, in table order.
   EXPECT_EQ(top_->findPorts("", false), (Ports{clk_, rst_}));
   EXPECT_EQ(top_->findPorts("clk", true), (Ports{}));
   EXPECT_EQ(top_->findPorts("*clk", true), (Ports{clk_, u0clk_, u1clk_}));
@@ -100,7 +96,7 @@ TEST_F(HABMPortTree, FindPortsMatchesWholePathsInTableOrder) {
 
 // Walks.
 
-TEST_F(HABMPortTree, ConnectionsAreSeenInTheOwnBlockAndTheParentOnly) {
+TEST_F(HABMPortTree, ConnectionsAreSeenInTheOwnBlockAndTheParentOnlyAndParentInterfacesOnce) {
   // "u0/clk" ends in the name "clk" but names another port than "/clk".
   top_->createPortConnection("u0/clk", {"u2/d"}, true);
   EXPECT_FALSE(clk_->hasConnections());
@@ -119,9 +115,7 @@ TEST_F(HABMPortTree, ConnectionsAreSeenInTheOwnBlockAndTheParentOnly) {
   // A net in the grandparent is not looked at, even when it names the port.
   top_->createPortConnection("u0/u1/clk", {"rst"}, true);
   EXPECT_EQ(u1clk_->getTargetConnection(), nullptr);
-}
-
-TEST_F(HABMPortTree, ParentInterfacesListEachMappingInterfaceOnce) {
+  // Parent interfaces list each mapping interface once.
   HABMInterface* a = top_->createInterface("a", false);
   HABMInterface* b = top_->createInterface("b", false);
   HABMInterface* c = top_->createInterface("c", false);

@@ -54,21 +54,19 @@ TEST_F(HABMHdlWriter, MatchesGoldenFiles) {
   expectGolden("stub/soc_periph_dma0.v", stub(*dma));
 }
 
-TEST_F(HABMHdlWriter, StubTakesEveryDirectionButInAndOutForInoutAndWritesTextAsItStands) {
+TEST_F(HABMHdlWriter, StubTakesInoutForOddDirectionsWritesTextAsItStandsAndDescribesASharedPortOnce) {
   auto top = design("m", "phantom [7:0] p, unknown u");
   top->createAttribute("NOTE", "say \"hi\"");
   EXPECT_EQ(between(stub(*top), "1 ps\n\n", "\n\n  // stub"),
             "(* NOTE = \"say \"hi\"\" *)\nmodule m (\n  p,\n  u\n);\n\n"
             "  (* OV_INTERFACE_IGNORE = \"true\" *)\n  inout [7:0]p;\n"
             "  (* OV_INTERFACE_IGNORE = \"true\" *)\n  inout u;");
-}
-
-TEST_F(HABMHdlWriter, StubDescribesASharedPortForItsFirstInterfaceOnly) {
-  auto top = design("m", "in clk, in v");
-  busInterface(*top, "A", kAxiS, I::MODE_SLAVE, "", "TVALID=clk");
-  busInterface(*top, "B", kClock, I::MODE_SLAVE, "", "CLK=clk EXTRA=v");
-  // "clk" speaks for A alone; B's mode line then stands on its next port, "v".
-  EXPECT_EQ(between(stub(*top), "1 ps\n\n", "\n\n  // stub"),
+  // A shared port is described for its first interface only: "clk" speaks for A alone; B's mode line then
+  // stands on its next port, "v".
+  auto shared = design("m", "in clk, in v");
+  busInterface(*shared, "A", kAxiS, I::MODE_SLAVE, "", "TVALID=clk");
+  busInterface(*shared, "B", kClock, I::MODE_SLAVE, "", "CLK=clk EXTRA=v");
+  EXPECT_EQ(between(stub(*shared), "1 ps\n\n", "\n\n  // stub"),
             "\nmodule m (\n  clk,\n  v\n);\n\n"
             "  (* OV_INTERFACE_INFO = \"orvane:interface:axis:1.0 A TVALID\" *)\n"
             "  (* OV_INTERFACE_MODE = \"slave A\" *)\n"

@@ -37,7 +37,7 @@ TEST(ComMsgMgr, FormatsPrintfConversionsAndNeverThrowsOnAMalformedFormat) {
   EXPECT_NE(stray.find("/b"), std::string::npos) << stray;  // the arguments stay readable
 }
 
-TEST(ComMsgMgr, CatalogueMessagesCarryTheirSentenceAndUnknownIdsTheirFormat) {
+TEST(ComMsgMgr, CatalogueMessagesCarryTheirSentenceWithEveryArgumentAndUnknownIdsTheirFormat) {
   ComMsgCapture capture;
   sendMsg::eval(1, "r.cpp", 10, "blockmodel", 0x20000000U, "@90-4@%s", "/tmp/x.bm");
   sendMsg::eval(1, "r.cpp", 12, "blockmodel", 0x20000000U, "@90-1@%s", "unknown id");
@@ -45,9 +45,7 @@ TEST(ComMsgMgr, CatalogueMessagesCarryTheirSentenceAndUnknownIdsTheirFormat) {
                                                        "@90-1@unknown id"}));
   EXPECT_EQ(capture.records()[0].shape, ComMsgShape::CATALOGUE);
   EXPECT_EQ(ComMsgCatalogue::idOf("@90-10"), "");
-}
-
-TEST(ComMsgMgr, EveryCatalogueSentenceIsFoundByItsIdAndUsesEachArgument) {
+  // Every sentence is found by its id and uses each argument.
   for (auto const& e : ComMsgCatalogue::entries()) {
     std::vector<std::string> args;
     for (unsigned i = 0; i < e.argCount; ++i) {
