@@ -179,8 +179,9 @@ void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& 
 
 std::vector<Command> const& commands() {
   static std::vector<Command> const all = {
-      makeInfoCommand(), makeConvertCommand(), makeGenerateCommand(),    makeInferCommand(), makeCheckCommand(),
-      makeStubCommand(), makeWrapperCommand(), makeConstraintsCommand(), makeAddrCommand()};
+      makeInfoCommand(),  makeConvertCommand(), makeGenerateCommand(), makeInferCommand(),
+      makeCheckCommand(), makeStubCommand(),    makeWrapperCommand(),  makeConstraintsCommand(),
+      makeAddrCommand(),  makeDotCommand()};
   return all;
 }
 

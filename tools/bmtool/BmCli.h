@@ -80,6 +80,7 @@ Command makeCheckCommand();
 Command makeInfoCommand();
 Command makeConstraintsCommand();
 Command makeConvertCommand();
+Command makeDotCommand();
 Command makeGenerateCommand();
 Command makeInferCommand();
 Command makeStubCommand();
