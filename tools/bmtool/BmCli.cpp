@@ -9,9 +9,14 @@
 #include "param/HPAParamMgr.h"
 #include "util/HUTFile.h"
 
+#include "BmProgress.h"
+
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
+#include <iostream>
 #include <ostream>
+#include <unistd.h>
 
 namespace bmtool {
 
@@ -23,6 +28,7 @@ constexpr char const* kCommonOptions =
     "  --lenient           use a design whose file read with errors (values that could not be read are "
     "lost)\n"
     "  -v, --verbose       print the block model's trace messages\n"
+    "  -q, --quiet         print no warnings, notes or progress lines: only errors\n"
     "  -h, --help          show help\n";
 
 // "-1" and "-0x10" are address texts, not options.
@@ -49,7 +55,9 @@ void printMainHelp(std::ostream& out) {
     out << "  " << c.name << std::string(c.name.size() < 12 ? 12 - c.name.size() : 1, ' ') << c.summary
         << '\n';
   }
-  out << '\n' << kCommonOptions << "\nRun 'bmtool COMMAND --help' for a command's own help.\n";
+  out << '\n'
+      << kCommonOptions << "  --version           print bmtool's version\n"
+      << "\nRun 'bmtool help COMMAND' or 'bmtool COMMAND --help' for a command's own help.\n";
 }
 
 void printCommandHelp(std::ostream& out, Command const& c) {
@@ -81,6 +89,17 @@ std::unique_ptr<HABMBlock> readDesign(Invocation const& inv, std::string const& 
   {
     ComMsgListenerGuard counter([&errors](ComMsgRecord const& r) {
       errors += r.shape != ComMsgShape::SCOPED_TRACE && (r.mask & COM_MSG_ERROR) != 0 ? 1 : 0;
+    });
+    std::error_code ignored;
+    auto const size = std::filesystem::file_size(path, ignored);
+    ProgressLine const progress(inv.progress, [&path, size = ignored ? 0 : size] {
+      std::optional<std::uint64_t> const done = openFileOffset(path);
+      std::string line = "bmtool: reading '" + path + "': ";
+      if (done && size > 0 && *done < size) {
+        return line + byteCount(*done) + " of " + byteCount(size) + " (" +
+               std::to_string(*done * 100 / size) + "%)";
+      }
+      return line + byteCount(size) + " read, building the blocks";
     });
     block = HABMBlock::readTopBlock(HUTFile(path));
   }
@@ -124,8 +143,13 @@ void sayWriteFailure(Invocation const& inv, std::string const& command, std::str
 }
 
 bool writeDesign(Invocation const& inv, std::string const& path, HABMBlock const& block) {
-  if (HABMBlock::writeTopBlock(HUTFile(path), block, false)) {
-    return true;
+  {
+    ProgressLine const progress(inv.progress, [&path] {
+      return "bmtool: writing '" + path + "': " + byteCount(openFileOffset(path).value_or(0)) + " written";
+    });
+    if (HABMBlock::writeTopBlock(HUTFile(path), block, false)) {
+      return true;
+    }
   }
   std::size_t const depth = depthBelow(block);
   if (depth > HABMJsonReader::MAX_BLOCK_DEPTH) {
@@ -181,7 +205,8 @@ std::vector<Command> const& commands() {
   static std::vector<Command> const all = {
       makeInfoCommand(),  makeConvertCommand(),  makeGenerateCommand(), makeInferCommand(),
       makeCheckCommand(), makeStubCommand(),     makeWrapperCommand(),  makeConstraintsCommand(),
-      makeSplitCommand(), makeCanMergeCommand(), makeMergeCommand(),    makeAddrCommand()};
+      makeSplitCommand(), makeCanMergeCommand(), makeMergeCommand(),    makeAddrCommand(),
+      makeDotCommand()};
   return all;
 }
 
@@ -190,11 +215,26 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
     printMainHelp(err);
     return EXIT_USAGE;
   }
+  auto const& all = commands();
+  if (args[0] == "--version") {
+    out << "bmtool " << MZ_BLOCKMODEL_VERSION << '\n';
+    return EXIT_OK;
+  }
+  if (args[0] == "help" && args.size() == 2) {
+    auto const named =
+        std::find_if(all.begin(), all.end(), [&](Command const& c) { return c.name == args[1]; });
+    if (named == all.end()) {
+      err << "bmtool: unknown command '" << args[1] << "'\n\n";
+      printMainHelp(err);
+      return EXIT_USAGE;
+    }
+    printCommandHelp(out, *named);
+    return EXIT_OK;
+  }
   if (args[0] == "-h" || args[0] == "--help" || args[0] == "help") {
     printMainHelp(out);
     return EXIT_OK;
   }
-  auto const& all = commands();
   auto const cmd = std::find_if(all.begin(), all.end(), [&](Command const& c) { return c.name == args[0]; });
   if (cmd == all.end()) {
     err << "bmtool: unknown command '" << args[0] << "'\n\n";
@@ -206,6 +246,7 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
   inv.out = &out;
   inv.err = &err;
   bool verbose = false;
+  bool quiet = false;
   std::vector<std::string> params;
   bool onlyPositional = false;
   for (std::size_t i = 1; i < args.size(); ++i) {
@@ -219,6 +260,9 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
       return EXIT_OK;
     } else if (a == "-v" || a == "--verbose") {
       verbose = true;
+    } else if (a == "-q" || a == "--quiet") {
+      quiet = true;
+      inv.quiet = true;
     } else if (a == "--lenient") {
       inv.lenient = true;
     } else if (a == "--param" || a.rfind("--param=", 0) == 0) {
@@ -271,13 +315,18 @@ int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream
     auto const& read = HABMLibrary::readParameters();
     auto const info = parameters.getInfo(name);
     bool const registered = info.has_value() && info->registered;
-    if (!registered && std::find(read.begin(), read.end(), name) == read.end()) {
+    if (!quiet && !registered && std::find(read.begin(), read.end(), name) == read.end()) {
       err << "bmtool: warning: --param " << name << ": no part of bmtool reads this parameter\n";
     }
   }
 
-  ComMsgListenerGuard printer([&err, &cmd](ComMsgRecord const& r) {
-    if (!cmd->reportsFindings || r.shape != ComMsgShape::DEFERRED) {
+  // Only a terminal shows a line redrawn in place; a pipe or a CI log would keep every version of it.
+  if (!quiet && &err == &std::cerr && ::isatty(STDERR_FILENO) == 1) {
+    inv.progress = &err;
+  }
+  ComMsgListenerGuard printer([&err, &cmd, quiet](ComMsgRecord const& r) {
+    if ((!cmd->reportsFindings || r.shape != ComMsgShape::DEFERRED) &&
+        (!quiet || (r.mask & COM_MSG_ERROR) != 0)) {
       ComMsgMgr::print(err, r);
     }
   });

@@ -29,6 +29,11 @@ struct Invocation {
   /// The errors that the reads of design files sent, and the file of the last such read.
   mutable std::size_t readErrors = 0;
   mutable std::string readPath;
+  /// Where progress lines of long steps go: stderr when it is a terminal and --quiet was not given, else
+  /// null.
+  std::ostream* progress = nullptr;
+  /// --quiet: only errors are said; what a command was asked to print still is.
+  bool quiet = false;
 
   bool hasFlag(std::string const& flag) const;
   /// The value of an option as a count; `fallback` when absent, nothing when not a whole number.
@@ -80,6 +85,7 @@ Command makeCheckCommand();
 Command makeInfoCommand();
 Command makeConstraintsCommand();
 Command makeConvertCommand();
+Command makeDotCommand();
 Command makeGenerateCommand();
 Command makeInferCommand();
 Command makeStubCommand();

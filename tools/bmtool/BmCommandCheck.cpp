@@ -6,8 +6,11 @@
 
 #include "BmCli.h"
 #include "BmHdlSafety.h"
+#include "BmProgress.h"
 
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <ostream>
 #include <string_view>
@@ -82,9 +85,19 @@ int runCheck(Invocation const& inv) {
   }
   std::vector<ComMsgRecord> findings;
   {
-    ComMsgListenerGuard collect([&findings](ComMsgRecord const& record) {
+    // The drawing thread reads only this count, never the findings themselves.
+    std::atomic<std::size_t> found{0};
+    auto const started = std::chrono::steady_clock::now();
+    ProgressLine const progress(inv.progress, [&found, started] {
+      auto const seconds =
+          std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - started);
+      return "bmtool check: " + std::to_string(found.load()) + " findings so far (" +
+             std::to_string(seconds.count()) + " s)";
+    });
+    ComMsgListenerGuard collect([&findings, &found](ComMsgRecord const& record) {
       if (record.shape == ComMsgShape::DEFERRED) {
         findings.push_back(record);
+        found.store(findings.size());
       }
     });
     HABMBlockChecker::validate_all(*block);

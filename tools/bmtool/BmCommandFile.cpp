@@ -81,7 +81,7 @@ int runGenerate(Invocation const& inv) {
   }
   auto const top = makeSyntheticDesign(shape);
   int const code = writeDesign(inv, inv.positional[0], *top) ? EXIT_OK : EXIT_FAILED;
-  if (code == EXIT_OK) {
+  if (code == EXIT_OK && !inv.quiet) {
     *inv.out << "wrote " << syntheticBlockCount(shape) << " blocks to " << inv.positional[0] << '\n';
   }
   return code;

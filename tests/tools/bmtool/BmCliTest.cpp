@@ -10,14 +10,18 @@
 
 #include "../../shared/common/blockmodel/HABMTestFiles.h"
 #include "BmHdlHarness.h"
+#include "BmProgress.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <set>
 #include <sstream>
+#include <thread>
 #include <tuple>
 
 namespace {
@@ -110,6 +114,57 @@ TEST_F(BmCli, ParamOptionReachesTheParameterManagerAndWarnsOfNamesNothingReads) 
   EXPECT_TRUE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.cli.test", false));
   EXPECT_FALSE(HPAParamMgr::getParamMgr().getValueIfExistAsBool("project.enableNocPhases", true));
   EXPECT_EQ(r.err, "bmtool: warning: --param project.cli.test: no part of bmtool reads this parameter\n");
+}
+
+// --quiet leaves errors and what was asked for; help COMMAND is COMMAND --help; --version.
+TEST_F(BmCli, QuietKeepsOnlyErrorsAndHelpNamesEachCommand) {
+  CliRun const warned = run({"addr", "-q", "--param", "project.cli.quiet=1", "1"});
+  EXPECT_EQ(warned.code, bmtool::EXIT_OK);
+  EXPECT_EQ(warned.err, "");
+  EXPECT_NE(warned.out, "");
+  EXPECT_EQ(run({"generate", path("g.bm"), "--depth", "1", "--quiet"}).out, "");
+  habm_test::put(path("in.bm"), R"({"top_block":{"module_name":"x","vlnv":{}}})");
+  CliRun const failed = run({"convert", path("in.bm"), path("out.bm"), "--quiet"});
+  EXPECT_EQ(failed.code, bmtool::EXIT_FAILED);
+  EXPECT_NE(failed.err.find("ERROR: "), std::string::npos) << failed.err;
+
+  for (bmtool::Command const& c : bmtool::commands()) {
+    CliRun const help = run({"help", c.name});
+    EXPECT_EQ(help.code, bmtool::EXIT_OK);
+    EXPECT_EQ(help.out, run({c.name, "--help"}).out) << c.name;
+  }
+  EXPECT_EQ(run({"help", "nope"}).code, bmtool::EXIT_USAGE);
+  EXPECT_TRUE(std::regex_match(run({"--version"}).out, std::regex("bmtool \\d+\\.\\d+\\.\\d+\n")));
+}
+
+// A progress line shows only once its step has taken the delay, and is erased when the step ends.
+TEST(BmProgress, DrawsOnlyAfterTheDelayAndErasesItself) {
+  std::ostringstream drawn;
+  {
+    bmtool::ProgressLine const quick(
+        &drawn, [] { return std::string("busy"); }, std::chrono::seconds(60));
+  }
+  EXPECT_EQ(drawn.str(), "");
+  {
+    std::atomic<bool> measured{false};
+    bmtool::ProgressLine const slow(
+        &drawn,
+        [&measured] {
+          measured = true;
+          return std::string("busy");
+        },
+        std::chrono::milliseconds(0));
+    for (int waited = 0; !measured && waited < 1000; ++waited) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
+  EXPECT_TRUE(std::regex_match(drawn.str(), std::regex("(\\rbusy\x1b\\[K)+\\r\x1b\\[K"))) << drawn.str();
+  std::string const file = testing::TempDir() + "/progress_offset";
+  std::ofstream out(file);
+  out << std::string(5000, 'x') << std::flush;
+  EXPECT_EQ(bmtool::openFileOffset(file), std::optional<std::uint64_t>(5000));
+  out.close();
+  EXPECT_EQ(bmtool::openFileOffset(file), std::nullopt);
 }
 
 // A value the reader could not take is lost: without --lenient nothing is written and the run fails.

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -49,6 +50,7 @@ class TempDirTest : public ::testing::Test {
   /// The bytes a one-line write of `top` gives.
   std::string written(HABMBlock const& top) const {
     EXPECT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("out.bm")), top, false));
+    keep("out.bm");
     return bytes(path("out.bm"));
   }
 
@@ -56,6 +58,7 @@ class TempDirTest : public ::testing::Test {
   /// same bytes.
   void roundTrip(HABMBlock const& tree, std::string const& name) const {
     ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path(name)), tree, false)) << name;
+    keep(name);
     auto const back = HABMBlock::readTopBlock(HUTFile(path(name)));
     ASSERT_NE(back, nullptr) << "could not read back " << name;
     EXPECT_EQ(back->check(), std::vector<std::string>());
@@ -63,6 +66,21 @@ class TempDirTest : public ::testing::Test {
     expectSameTree(tree, *back);
     ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("again_" + name)), *back, false));
     EXPECT_EQ(bytes(path(name)), bytes(path("again_" + name))) << name;
+  }
+
+  /// With MZ_KEEP_WRITTEN_FILES naming a folder, a copy of each file the writer gave goes there, where
+  /// the schema test validates them all.
+  void keep(std::string const& name) const {
+    char const* folder = std::getenv("MZ_KEEP_WRITTEN_FILES");
+    if (folder == nullptr) {
+      return;
+    }
+    static unsigned serial = 0;
+    auto const* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    std::string const copy = std::string(test->test_suite_name()) + "." + test->name() + "." +
+                             std::to_string(serial++) + "." + name;
+    std::filesystem::copy_file(path(name), std::filesystem::path(folder) / copy,
+                               std::filesystem::copy_options::overwrite_existing);
   }
 
   std::filesystem::path dir_;
