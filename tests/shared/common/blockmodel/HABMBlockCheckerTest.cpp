@@ -130,8 +130,6 @@ TEST_F(HABMChecker, ValidateAllSendsEveryFindingAfterTheLastRuleSetInRuleSetOrde
             (Briefs{"Validating RSW rules for block instance '/'...\n", "W101 top /u0 m_u0",
                     "E136 top /r0 /r1", "W491 top /lonely"}));
   ComMsgRecord const& violation = capture.records()[7];
-  EXPECT_EQ(violation.file, "HABMBlockChecker");
-  EXPECT_EQ(violation.domain, "blockmodel");
   EXPECT_EQ(violation.format, "@90-6@%s%s");
   EXPECT_EQ(violation.text,
             "Design rule violation on module 'top': Found unsupported mix of BDI '/r0' and RTL '/r1' RSW "
