@@ -32,12 +32,9 @@ inline std::string stretch(std::string const& text, std::string const& startTag,
   return to > from ? text.substr(from, to - from) + "\n" : std::string();
 }
 
-/// The commands that read a stub or a wrapper; Icarus Verilog is left out of a wrapper with interface
-/// ports, which it cannot read.
-struct ToolCommands {
-  std::string verilator;
-  std::vector<std::string> icarus;
-};
+/// The commands that read a stub or a wrapper: Verilator's, then Icarus Verilog's. Icarus Verilog is left
+/// out of a wrapper with interface ports, which it cannot read.
+using ToolCommands = std::vector<std::string>;
 
 class BmHdlTool : public habm_test::TempDirTest {
  protected:
@@ -54,13 +51,9 @@ class BmHdlTool : public habm_test::TempDirTest {
   }
   std::string log() const { return habm_test::bytes(path("tool.log")); }
 
-  void expectAccepted(std::string const& command) const {
-    EXPECT_TRUE(accepts(command)) << command << "\n" << log();
-  }
-
   static ToolCommands stubCommands(std::string const& stub) {
-    return {std::string(kVerilator) + " " + stub,
-            {"iverilog -g2005 -o /dev/null " + stub, "iverilog -g2012 -o /dev/null " + stub}};
+    return {std::string(kVerilator) + " " + stub, "iverilog -g2005 -o /dev/null " + stub,
+            "iverilog -g2012 -o /dev/null " + stub};
   }
 
   // A wrapper file is made to be cut apart: its template stretches are pasted by the user into a module of
@@ -88,28 +81,23 @@ class BmHdlTool : public habm_test::TempDirTest {
                                          stretch(text, "// INTF_TAG", "//-- INTF_TAG_END") +
                                          stretch(text, "// INST_TAG", "//-- INST_TAG_END") + "endmodule\n");
     std::string const files = " -I" MZ_HDL_DIR " " + stub + " " + base + "_module.sv " + base + "_top.sv";
-    ToolCommands commands{std::string(kVerilator) + " --top-module mz_check_top" + files, {}};
+    ToolCommands commands = {std::string(kVerilator) + " --top-module mz_check_top" + files};
     if (!interfacePorts) {
-      commands.icarus.push_back("iverilog -g2012 -s mz_check_top -o /dev/null" + files);
+      commands.push_back("iverilog -g2012 -s mz_check_top -o /dev/null" + files);
     }
     return commands;
   }
 
-  void checkStub(std::string const& stub) const {
-    SCOPED_TRACE(stub);
-    expectAll(stubCommands(stub));
-  }
-
+  void checkStub(std::string const& stub) const { expectAccepted(stub, stubCommands(stub)); }
   void checkWrapper(std::string const& wrapper, std::string const& stub) const {
-    SCOPED_TRACE(wrapper);
-    expectAll(wrapperCommands(wrapper, stub));
+    expectAccepted(wrapper, wrapperCommands(wrapper, stub));
   }
 
  private:
-  void expectAll(ToolCommands const& commands) const {
-    expectAccepted(commands.verilator);
-    for (std::string const& icarus : commands.icarus) {
-      expectAccepted(icarus);
+  void expectAccepted(std::string const& file, ToolCommands const& commands) const {
+    SCOPED_TRACE(file);
+    for (std::string const& command : commands) {
+      EXPECT_TRUE(accepts(command)) << command << "\n" << log();
     }
   }
 };
