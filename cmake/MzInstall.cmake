@@ -9,10 +9,10 @@ else()
   set(MZ_SOVERSION ${PROJECT_VERSION_MAJOR})
 endif()
 
-# The libraries a user links, and the two that only the library itself loads (exported too, for the
+# The libraries a user links, and those that only the library itself loads (exported too, for the
 # linker to find them, but without headers or interface).
 set(MZ_EXPORTED_LIBRARIES mz_blockmodel mz_common_msg mz_common_param mz_common_exception mz_common_util)
-set(MZ_RUNTIME_LIBRARIES mz_common_json mz_isl_iostreams)
+set(MZ_RUNTIME_LIBRARIES mz_common_json mz_isl_iostreams mz_common_tcltasks mz_common_pyinfra)
 
 set_target_properties(${MZ_EXPORTED_LIBRARIES} ${MZ_RUNTIME_LIBRARIES} PROPERTIES
   VERSION ${PROJECT_VERSION}
