@@ -34,6 +34,13 @@ namespace {
 using N = HABMNocInterface;
 using HABMModularRoundTrip = habm_test::MemoryDirTest;
 
+bool within(HABMBlock const* block, HABMBlock const& ancestor) {
+  while (block != nullptr && block != &ancestor) {
+    block = block->getParent();
+  }
+  return block != nullptr;
+}
+
 // Random but reproducible designs: a tree of blocks carrying every kind of child, and NoC links between
 // the leaves, each drawn where a tool draws it: in the lowest block that holds both ends.
 class DesignGenerator {
@@ -126,7 +133,7 @@ class DesignGenerator {
       return;
     }
     HABMBlock* holder = const_cast<HABMBlock*>(source.getParent());
-    while (holder != target.getParent() && !holder->hasSubBlock(target.getParent(), true)) {
+    while (!within(target.getParent(), *holder)) {
       holder = holder->getParent();
     }
     HABMNocConnection* made =
@@ -139,13 +146,6 @@ class DesignGenerator {
 
   std::mt19937 rng_;
 };
-
-bool within(HABMBlock const* block, HABMBlock const& ancestor) {
-  while (block != nullptr && block != &ancestor) {
-    block = block->getParent();
-  }
-  return block != nullptr;
-}
 
 // The links that cross the boundary of `cut` to or from a block below it, counted from first principles:
 // one end strictly below the cut block and the other outside it.
@@ -289,28 +289,23 @@ TEST(HABMDeepHierarchy, CloneSplitAndMergeOfAChainTenThousandDeep) {
     deepest->createPort("p", false);
   }
   habm_test::makeNocInterface(*deepest, "nmu", N::MODE_NMU);
-  HABMBlock* beside = top->createSubBlock("x", "mx", false);
-  habm_test::makeNocInterface(*beside, "nsu", N::MODE_NSU);
+  habm_test::makeNocInterface(*top->createSubBlock("x", "mx", false), "nsu", N::MODE_NSU);
   ASSERT_NE(top->createNocConnection(deepest->getInstancePath() + "/nmu", "/x/nsu", true), nullptr);
-  auto const depthOf = [](HABMBlock const& root) {
-    std::size_t blocks = 0;
-    habm_detail::forEachBlock(root, [&](HABMBlock const&) { ++blocks; });
-    return blocks;
+  auto const blocks = [](HABMBlock const& root) {
+    std::size_t count = 0;
+    habm_detail::forEachBlock(root, [&](HABMBlock const&) { ++count; });
+    return count;
   };
-
   auto const copy = HABMBlock::cloneTopBlock(*top);
-  EXPECT_EQ(depthOf(*copy), kDepth + 2);
-
-  std::string const cutPath = "/u/u";
-  auto const part = HABMBlock::splitTopBlock(*copy, cutPath, true);
+  EXPECT_EQ(blocks(*copy), kDepth + 2);
+  auto const part = HABMBlock::splitTopBlock(*copy, "/u/u", true);
   ASSERT_NE(part, nullptr);
-  EXPECT_EQ(depthOf(*part), kDepth - 1);
-  EXPECT_EQ(depthOf(*copy), 4U);
+  EXPECT_EQ(blocks(*part), kDepth - 1);
+  EXPECT_EQ(blocks(*copy), 4U);
   ASSERT_EQ(part->getNocConnections(false).size(), 1U);
   EXPECT_EQ(part->getNocConnections(false)[0]->getTargetPath(false), "noc_interface_0");
-
-  ASSERT_TRUE(HABMBlock::mergeTopBlock(*copy, cutPath, *part, true));
-  EXPECT_EQ(depthOf(*copy), kDepth + 2);
+  ASSERT_TRUE(HABMBlock::mergeTopBlock(*copy, "/u/u", *part, true));
+  EXPECT_EQ(blocks(*copy), kDepth + 2);
   HABMNocConnection const* outer = copy->getNocConnections(false).at(0);
   EXPECT_EQ(outer->getSourcePath(false), "u/u/noc_interface_0");
   EXPECT_NE(outer->getSourceNocInterface(), nullptr);
