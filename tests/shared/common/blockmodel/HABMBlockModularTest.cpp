@@ -60,8 +60,7 @@ void fillBoundary(B& b) {
 // missing", "Port 'x' exists" (on the source only), "Port 'x' has LEFT mismatch: (source)'1' != '0'(target)".
 std::string key(std::string reason) {
   for (std::string const shared : {" between source module 'src' and target instance '/u'",
-                                   " from source module 'src' but exists on target "
-                                   "instance '/u'.",
+                                   " from source module 'src' but exists on target instance '/u'.",
                                    " on source module 'src' but missing from target instance '/u'."}) {
     std::size_t const at = reason.find(shared);
     if (at != std::string::npos) {
@@ -94,7 +93,10 @@ class HABMBoundaryCheck : public ::testing::Test {
   B* target_ = design_->createSubBlock("u", "dst", false);
 };
 
-// With the source's boundary to replace the target's, the reasons that the source has more go.
+// Every kind at once, in kind order; within a kind the target's objects in order, then what only the
+// source has. With the source's boundary to replace the target's, the reasons that the source has more go.
+// A case per set of changes that would hide each other: the first difference of an object ends its
+// comparison.
 TEST_F(HABMBoundaryCheck, EachDifferenceIsOneSentenceKindByKindTargetsFirst) {
   EXPECT_EQ(reasons(false), Reasons());
   struct Case {
@@ -103,44 +105,80 @@ TEST_F(HABMBoundaryCheck, EachDifferenceIsOneSentenceKindByKindTargetsFirst) {
     Reasons expected;
   };
   Case const cases[] = {
-      {"generics",
+      {"generics; ports, the type not compared; interfaces, VLNV and mode; a range hides the address blocks",
        [](B& s, B& t) {
          s.createGeneric("EXTRA", "1");
          s.getGeneric("WIDTH")->setValue("16");
          t.createGeneric("MINE", "1");
-       },
-       {"Generic 'WIDTH' has VALUE mismatch: (source)'16' != '8'(target)", "Generic 'MINE' missing",
-        "Generic 'EXTRA' exists"}},
-      {"ports: the first difference only, the type not compared",
-       [](B& s, B& t) {
          s.getPort("clk")->setPortType(HABMPort::TYPE_VECTOR);
          s.getPort("clk")->setPortLeft(3);
          s.getPort("data")->setPortDirection(HABMPort::DIR_OUT);
          s.getPort("data")->setPortLeft(1);
          s.createPort("extra", false);
          t.createPort("mine", false);
-       },
-       {"Port 'clk' has LEFT mismatch: (source)'3' != '0'(target)",
-        "Port 'data' has DIRECTION mismatch: (source)'out' != 'in'(target)", "Port 'mine' missing",
-        "Port 'extra' exists"}},
-      {"interfaces: VLNV and mode end an interface's comparison",
-       [](B& s, B& t) {
          s.getInterface("S_AXI")->setInterfaceVlnv("x:y:z:1");
          s.getInterface("M_AXI")->setInterfaceMode(HABMInterface::MODE_MASTER);
          s.getInterface("M_AXI")->setAddrSpaceRef("other");
          s.createInterface("EXTRA", false);
          t.createInterface("MINE", false);
+         s.getMemoryMap("mm")->setRange(HABMAddrValue(0x1000U));
+         s.getMemoryMap("mm")->getAddrBlock("regs")->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
+         s.createMemoryMap("extra");
+         t.createMemoryMap("mine");
        },
-       {"Interface 'S_AXI' has VLNV mismatch: (source)'x:y:z:1' != 'orvane:interface:aximm:1.0'(target)",
+       {"Generic 'WIDTH' has VALUE mismatch: (source)'16' != '8'(target)", "Generic 'MINE' missing",
+        "Generic 'EXTRA' exists", "Port 'clk' has LEFT mismatch: (source)'3' != '0'(target)",
+        "Port 'data' has DIRECTION mismatch: (source)'out' != 'in'(target)", "Port 'mine' missing",
+        "Port 'extra' exists",
+        "Interface 'S_AXI' has VLNV mismatch: (source)'x:y:z:1' != 'orvane:interface:aximm:1.0'(target)",
         "Interface 'M_AXI' has MODE mismatch: (source)'master' != ''(target)", "Interface 'MINE' missing",
-        "Interface 'EXTRA' exists"}},
-      {"interfaces: references",
-       [](B& s, B&) {
+        "Interface 'EXTRA' exists", "Memory map 'mm' has RANGE mismatch.", "Memory map 'mine' is missing",
+        "Memory map 'extra' exists"}},
+      {"address spaces and segments; NoC protocol hides the mode; INI interfaces count",
+       [](B& s, B& t) {
+         s.getAddrSpace("as")->setRange(HABMAddrValue(0x1000U));
+         HABMAddrSpace* mine = t.createAddrSpace("mine");
+         mine->createAddrSegment("gone");
+         mine->createAddrSegment("moved")->setAperture(HABMAddrAperture("0x0[1K]"));
+         s.createAddrSpace("mine")->createAddrSegment("moved");
+         s.createAddrSpace("extra");
+         s.getNocInterface("nsu")->setNocProtocol(N::PROTOCOL_AXIS);
+         s.getNocInterface("nsu")->setNocMode(N::MODE_NMU);
+         makeNocInterface(s, "extra", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
+         makeNocInterface(t, "mine", N::MODE_NMU);
+       },
+       {"Address space 'as' has RANGE mismatch.", "Address segment 'mine/gone' missing",
+        "Address segment 'mine/moved' has APERTURE mismatch.", "Address space 'extra' exists",
+        "NOC interface 'nsu' has TYPE mismatch: (source)'axis' != 'aximm'(target)",
+        "NOC interface 'mine' missing", "NOC interface 'extra' exists"}},
+      {"interface references; address blocks: aperture before memory type, the source's own not reported; "
+       "NoC mode, then category, then parameters",
+       [](B& s, B& t) {
          s.getInterface("S_AXI")->setMemoryMapRef("other");
          s.getInterface("M_AXI")->setAddrSpaceRef("other");
+         HABMMemoryMap* map = t.getMemoryMap("mm");
+         map->getAddrBlock("regs")->setAperture(HABMAddrAperture("0x0[8K]"));
+         map->getAddrBlock("regs")->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
+         map->createAddrBlock("mine");
+         map->createAddrBlock("ram")->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
+         s.getMemoryMap("mm")->createAddrBlock("ram");
+         s.getMemoryMap("mm")->createAddrBlock("extra");
+         s.getNocInterface("nsu")->setNocMode(N::MODE_VNSU);
+         makeNocInterface(t, "ini", N::MODE_NSU)->createParameter("ADDR_WIDTH", "64");
+         makeNocInterface(s, "ini", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
+         N* p = makeNocInterface(t, "p", N::MODE_NSU);
+         p->createParameter("DATA_WIDTH", "128");
+         p->createParameter("ADDR_WIDTH", "64");
+         makeNocInterface(s, "p", N::MODE_NSU)->createParameter("DATA_WIDTH", "256");
        },
        {"Interface 'S_AXI' has MEMORY MAP mismatch: (source)'other' != 'mm'(target)",
-        "Interface 'M_AXI' has ADDRESS SPACE mismatch: (source)'other' != 'as'(target)"}},
+        "Interface 'M_AXI' has ADDRESS SPACE mismatch: (source)'other' != 'as'(target)",
+        "Address block 'mm/regs' has APERTURE mismatch.", "Address block 'mm/mine' is missing",
+        "Address block 'mm/ram' has MEMORYTYPE mismatch.",
+        "NOC interface 'nsu' has MODE mismatch: (source)'vnsu' != 'nsu'(target)",
+        "NOC interface 'ini' has CATEGORY mismatch: (source)'ini' != 'pl'(target)",
+        "NOC interface parameter 'p/DATA_WIDTH' has VALUE mismatch: (source)'256' != '128'(target)",
+        "NOC interface parameter 'p/ADDR_WIDTH' missing"}},
       {"interfaces: an empty reference on the target, then the target's parameters",
        [](B& s, B& t) {
          t.getInterface("M_AXI")->setAddrSpaceRef("");
@@ -151,68 +189,6 @@ TEST_F(HABMBoundaryCheck, EachDifferenceIsOneSentenceKindByKindTargetsFirst) {
        },
        {"Interface parameter 'S_AXI/FREQ' has VALUE mismatch.",
         "Interface parameter 'S_AXI/ONLY_TARGET' missing"}},
-      {"memory maps: a range hides the address blocks",
-       [](B& s, B& t) {
-         s.getMemoryMap("mm")->setRange(HABMAddrValue(0x1000U));
-         s.getMemoryMap("mm")->getAddrBlock("regs")->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
-         s.createMemoryMap("extra");
-         t.createMemoryMap("mine");
-       },
-       {"Memory map 'mm' has RANGE mismatch.", "Memory map 'mine' is missing", "Memory map 'extra' exists"}},
-      {"address blocks: aperture before memory type; the source's own are not reported",
-       [](B& s, B& t) {
-         HABMMemoryMap* map = t.getMemoryMap("mm");
-         map->getAddrBlock("regs")->setAperture(HABMAddrAperture("0x0[8K]"));
-         map->getAddrBlock("regs")->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
-         map->createAddrBlock("mine");
-         map->createAddrBlock("ram")->setMemoryType(HABMAddrBlock::TYPE_MEMORY);
-         s.getMemoryMap("mm")->createAddrBlock("ram");
-         s.getMemoryMap("mm")->createAddrBlock("extra");
-       },
-       {"Address block 'mm/regs' has APERTURE mismatch.", "Address block 'mm/mine' is missing",
-        "Address block 'mm/ram' has MEMORYTYPE mismatch."}},
-      {"address spaces and segments",
-       [](B& s, B& t) {
-         s.getAddrSpace("as")->setRange(HABMAddrValue(0x1000U));
-         HABMAddrSpace* mine = t.createAddrSpace("mine");
-         mine->createAddrSegment("gone");
-         mine->createAddrSegment("moved")->setAperture(HABMAddrAperture("0x0[1K]"));
-         s.createAddrSpace("mine")->createAddrSegment("moved");
-         s.createAddrSpace("extra");
-       },
-       {"Address space 'as' has RANGE mismatch.", "Address segment 'mine/gone' missing",
-        "Address segment 'mine/moved' has APERTURE mismatch.", "Address space 'extra' exists"}},
-      {"NoC protocol ends the comparison; INI interfaces count",
-       [](B& s, B& t) {
-         s.getNocInterface("nsu")->setNocProtocol(N::PROTOCOL_AXIS);
-         s.getNocInterface("nsu")->setNocMode(N::MODE_NMU);
-         makeNocInterface(s, "extra", N::MODE_NMU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
-         makeNocInterface(t, "mine", N::MODE_NMU);
-       },
-       {"NOC interface 'nsu' has TYPE mismatch: (source)'axis' != 'aximm'(target)",
-        "NOC interface 'mine' missing", "NOC interface 'extra' exists"}},
-      {"NoC mode, then category, then parameters",
-       [](B& s, B& t) {
-         s.getNocInterface("nsu")->setNocMode(N::MODE_VNSU);
-         makeNocInterface(t, "ini", N::MODE_NSU);
-         makeNocInterface(s, "ini", N::MODE_NSU, N::PROTOCOL_AXIMM, N::CATEGORY_INI);
-         t.getNocInterface("ini")->createParameter("ADDR_WIDTH", "64");
-         makeNocInterface(t, "p", N::MODE_NSU)->createParameter("DATA_WIDTH", "128");
-         makeNocInterface(s, "p", N::MODE_NSU)->createParameter("DATA_WIDTH", "256");
-       },
-       {"NOC interface 'nsu' has MODE mismatch: (source)'vnsu' != 'nsu'(target)",
-        "NOC interface 'ini' has CATEGORY mismatch: (source)'ini' != 'pl'(target)",
-        "NOC interface parameter 'p/DATA_WIDTH' has VALUE mismatch: (source)'256' != '128'(target)"}},
-      {"kinds in order",
-       [](B& s, B& t) {
-         makeNocInterface(t, "z", N::MODE_NMU);
-         s.createAddrSpace("extra");
-         s.createPort("extra", false);
-         t.createGeneric("MINE", "1");
-         t.getNocInterface("nsu")->createParameter("ADDR_WIDTH", "64");
-       },
-       {"Generic 'MINE' missing", "Port 'extra' exists", "Address space 'extra' exists",
-        "NOC interface parameter 'nsu/ADDR_WIDTH' missing", "NOC interface 'z' missing"}},
   };
   for (Case const& c : cases) {
     SCOPED_TRACE(c.what);
@@ -300,6 +276,11 @@ TEST_F(HABMBoundaryCheck, KnownLibraryCoresSkipPortsAndInterfaces) {
   EXPECT_EQ(reasons(false), full);
 }
 
+bool said(ComMsgCapture const& capture, std::string const& text) {
+  Reasons const texts = capture.texts();
+  return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
 // top holds "a" holding "b" holding "c"; "x" beside "a". NoC interfaces sit only on the leaves c and x, so
 // that no block between "a" and "c" is a NoC scope of its own and links can be cut at "a".
 class HABMSplitMerge : public ::testing::Test {
@@ -322,6 +303,9 @@ class HABMSplitMerge : public ::testing::Test {
   B* x_ = top_->createSubBlock("x", "mx", false);
 };
 
+// What the generated designs of HABMModularRoundTripTest cannot tell apart: a split keeps the top's
+// validation on a miss, the part is no stub and takes the module's VLNV; a merge either refuses and leaves
+// everything, or takes the boundary (VLNV, ports) but not the configuration.
 TEST_F(HABMSplitMerge, ASplitLeavesAStubAndAMergeFillsItAgain) {
   for (char const* miss : {"/nope", "/", "", "x/nmu"}) {
     EXPECT_EQ(B::splitTopBlock(*top_, miss, true), nullptr) << miss;
@@ -332,14 +316,8 @@ TEST_F(HABMSplitMerge, ASplitLeavesAStubAndAMergeFillsItAgain) {
   a_->setLocked(B::LOCKED);
   auto const part = B::splitTopBlock(*top_, "a", false);
   ASSERT_NE(part, nullptr);
-  EXPECT_EQ(part->getInstancePath(), "/");
-  EXPECT_EQ(part->getModuleVlnv(), "acme:ip:ma:1.0");
-  EXPECT_EQ(part->getLocked(), B::LOCKED);
+  EXPECT_EQ(part->getInstancePath() + part->getModuleVlnv(), "/acme:ip:ma:1.0");
   EXPECT_FALSE(part->isBlockStub());
-  EXPECT_NE(part->findSubBlock("b/c", true), nullptr);
-  EXPECT_TRUE(a_->isBlockStub());
-  EXPECT_FALSE(a_->hasSubBlocks());
-  EXPECT_NE(a_->getPort("clk"), nullptr);
   EXPECT_FALSE(top_->getValidated());
 
   // Without the boundary, a port that only the module has is a difference; nothing changes then.
@@ -355,23 +333,15 @@ TEST_F(HABMSplitMerge, ASplitLeavesAStubAndAMergeFillsItAgain) {
   EXPECT_EQ(capture.records()[0].args,
             (Reasons{"ma", "/a",
                      " Port 'clk2' exists on source module 'ma' but missing from target instance '/a'."}));
-  EXPECT_TRUE(a_->isBlockStub());
-  EXPECT_TRUE(top_->getValidated());
+  EXPECT_TRUE(a_->isBlockStub() && top_->getValidated());
 
   ComMsgScopeGuard on("HABM");
   capture.clear();
   ASSERT_TRUE(B::mergeTopBlock(*top_, "/a", *part, true));
-  EXPECT_FALSE(a_->isBlockStub());
-  EXPECT_FALSE(top_->getValidated());
   EXPECT_EQ(a_->getModuleVlnv(), "acme:ip:ma:2.0");
   EXPECT_NE(a_->getPort("clk2"), nullptr);
   EXPECT_EQ(a_->getAttribute("FROM_PART"), nullptr);  // the configuration stays the instance's
-  EXPECT_NE(a_->findSubBlock("b/c", true), nullptr);
-  EXPECT_EQ(a_->getLocked(), B::UNKNOWN);
-  Reasons const texts = capture.texts();
-  EXPECT_NE(std::find(texts.begin(), texts.end(),
-                      "MNOC: Resetting lock state from 'locked' to 'unknown' for block 'ma'.\n"),
-            texts.end());
+  EXPECT_TRUE(said(capture, "MNOC: Resetting lock state from 'locked' to 'unknown' for block 'ma'.\n"));
 }
 
 // A run-time swapped block keeps its boundary, and takes the lock state of the module swapped in.
@@ -388,13 +358,11 @@ TEST_F(HABMSplitMerge, ARunTimeSwappedBlockKeepsItsBoundaryAndTakesTheLock) {
   ComMsgCapture capture;
   EXPECT_TRUE(B::mergeTopBlock(*top_, "/a", *part, true));
   EXPECT_EQ(a_->getModuleVlnv(), "");
-  EXPECT_EQ(a_->getLocked(), B::UNLOCKED);
-  Reasons const texts = capture.texts();
-  EXPECT_NE(std::find(texts.begin(), texts.end(), "MNOC: Copied lock state 'unlocked' for block 'ma'.\n"),
-            texts.end());
+  EXPECT_TRUE(said(capture, "MNOC: Copied lock state 'unlocked' for block 'ma'.\n"));
 }
 
-// Only links into or out of blocks below the cut block bar a split; links on its own boundary stay with it.
+// Only links into or out of blocks below the cut block bar a split, each with its reason; links on its own
+// boundary stay with it.
 TEST_F(HABMSplitMerge, CrossingLinksBarASplitEachWithItsReason) {
   makeNocInterface(*a_, "vnsu", N::MODE_VNSU);
   top_->createNocConnection("x/nmu", "a/vnsu", true);
@@ -403,6 +371,7 @@ TEST_F(HABMSplitMerge, CrossingLinksBarASplitEachWithItsReason) {
   EXPECT_TRUE(B::canSplitBlock(*a_, reasons));
   EXPECT_EQ(reasons, Reasons());
   top_->createNocConnection("x/nmu", "a/b/c/nsu", true);
+  top_->createNocConnection("a/b/c/nmu", "x/nsu", true);
   ComMsgCapture capture;
   EXPECT_EQ(B::splitTopBlock(*top_, "/a", false), nullptr);
   ASSERT_EQ(capture.records().size(), 1U);
@@ -410,46 +379,27 @@ TEST_F(HABMSplitMerge, CrossingLinksBarASplitEachWithItsReason) {
   EXPECT_EQ(
       capture.records()[0].args,
       (Reasons{"/a", "ma",
-               " Sub-block instance '/a' has an imported NOC connection from source NOC interface '/x/nmu' "
-               "to target NOC interface '/a/b/c/nsu'. A VNMU or VNSU interface is required to split this "
-               "NOC connection."}));
-  top_->createNocConnection("a/b/c/nmu", "x/nsu", true);
-  EXPECT_FALSE(B::canSplitBlock(*a_, reasons));
-  EXPECT_EQ(
-      reasons.at(0),
-      "Sub-block instance '/a' has an exported NOC connection from source NOC interface '/a/b/c/nmu' to "
-      "target NOC interface '/x/nsu'. A VNMU or VNSU interface is required to split this NOC connection.");
-  capture.clear();
-  EXPECT_EQ(B::splitTopBlock(*top_, "/a", false), nullptr);
-  EXPECT_EQ(capture.records().at(0).args.at(2), " Reason(s):\n  * " + reasons[0] + "\n  * " + reasons[1]);
-  EXPECT_TRUE(a_->hasSubBlocks());
+               " Reason(s):\n  * Sub-block instance '/a' has an exported NOC connection from source NOC "
+               "interface '/a/b/c/nmu' to target NOC interface '/x/nsu'. A VNMU or VNSU interface is "
+               "required to split this NOC connection.\n  * Sub-block instance '/a' has an imported NOC "
+               "connection from source NOC interface '/x/nmu' to target NOC interface '/a/b/c/nsu'. A "
+               "VNMU or VNSU interface is required to split this NOC connection."}));
 }
 
-// The outer half keeps the link's name, holder and properties; the inner half goes with the block, drawn
-// to or from a new virtual interface named after those there.
+// The outer half keeps the link; the inner half goes with the block, drawn to or from a new virtual
+// interface named after those there, whose mode fits the link's end inside and which serves its apertures.
 TEST_F(HABMSplitMerge, VirtualInterfacesCutCrossingLinksInTwo) {
   makeNocInterface(*a_, "noc_interface_0", N::MODE_VNMU);
   HABMNocConnection* entering = top_->createNocConnection("x/nmu", "a/b/c/nsu", true);
-  entering->setEditable(true);
-  entering->getParameter(HABMNocConnection::READ_BANDWIDTH())->setValue("900");
   HABMNocConnection* leaving = top_->createNocConnection("a/b/c/nmu", "x/nsu", true);
   auto const part = B::splitTopBlock(*top_, "/a", true);
   ASSERT_NE(part, nullptr);
   EXPECT_EQ(a_->getNocInterface("noc_interface_1")->getNocMode(), N::MODE_VNSU);
   EXPECT_EQ(a_->getNocInterface("noc_interface_1")->getApertures(), apertures("0x0[64K]"));
   EXPECT_EQ(a_->getNocInterface("noc_interface_2")->getNocMode(), N::MODE_VNMU);
-  EXPECT_EQ(top_->getNocConnections(false), (std::vector<HABMNocConnection*>{entering, leaving}));
-  EXPECT_EQ(entering->getTargetPath(false), "a/noc_interface_1");
-  EXPECT_EQ(entering->getParameter(HABMNocConnection::READ_BANDWIDTH())->getValue(), "900");
-  EXPECT_EQ(leaving->getSourcePath(false), "a/noc_interface_2");
-  std::vector<HABMNocConnection*> const inner = part->getNocConnections(false);
-  ASSERT_EQ(inner.size(), 2U);
-  EXPECT_EQ(inner[0]->getSourcePath(false) + " " + inner[0]->getTargetPath(false), "noc_interface_1 b/c/nsu");
-  EXPECT_TRUE(inner[0]->getEditable());
-  EXPECT_FALSE(inner[0]->hasParameters());
-  EXPECT_EQ(inner[1]->getSourcePath(false) + " " + inner[1]->getTargetPath(false), "b/c/nmu noc_interface_2");
-  EXPECT_FALSE(inner[1]->getEditable());
-  EXPECT_EQ(part->check(), Reasons());
+  EXPECT_EQ(entering->getTargetPath(false) + " " + leaving->getSourcePath(false),
+            "a/noc_interface_1 a/noc_interface_2");
+  EXPECT_EQ(part->getNocConnections(false).size(), 2U);
 }
 
 // A half the link rules refuse leaves the link whole, and it bars the split. Here "b" is a NoC scope of

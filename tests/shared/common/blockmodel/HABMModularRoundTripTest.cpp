@@ -1,19 +1,33 @@
 // HABMModularRoundTripTest.cpp: generated designs cloned, and every sub-block split out, through files,
 // and merged back: the design comes back byte for byte, but for the differences the flow makes on purpose,
 // which the test names; and the three operations on a hierarchy 10,000 blocks deep.
+#include "blockmodel/HABMAddrAssign.h"
+#include "blockmodel/HABMAddrBlock.h"
+#include "blockmodel/HABMAddrRemap.h"
+#include "blockmodel/HABMAddrSegment.h"
+#include "blockmodel/HABMAddrSpace.h"
 #include "blockmodel/HABMAttribute.h"
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMBridge.h"
+#include "blockmodel/HABMInterface.h"
+#include "blockmodel/HABMMemoryMap.h"
 #include "blockmodel/HABMNocConnection.h"
 #include "blockmodel/HABMNocInterface.h"
+#include "blockmodel/HABMParameter.h"
+#include "blockmodel/HABMPath.h"
+#include "blockmodel/HABMPort.h"
+#include "blockmodel/HABMRegister.h"
+#include "blockmodel/HABMRegisterField.h"
 #include "blockmodel/detail/HABMKinds.h"
 #include "msg/ComMsgMgr.h"
 #include "util/HUTFile.h"
 
-#include "HABMDesignGenerator.h"
 #include "HABMNocTestUtil.h"
 #include "HABMTestFiles.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace {
 
@@ -21,13 +35,117 @@ using N = HABMNocInterface;
 using HABMModularRoundTrip = habm_test::MemoryDirTest;
 
 bool within(HABMBlock const* block, HABMBlock const& ancestor) {
-  for (; block != nullptr; block = block->getParent()) {
-    if (block == &ancestor) {
-      return true;
+  while (block != nullptr && block != &ancestor) {
+    block = block->getParent();
+  }
+  return block != nullptr;
+}
+
+// Random but reproducible designs: a tree of blocks carrying every kind of child, and NoC links between
+// the leaves, each drawn where a tool draws it: in the lowest block that holds both ends.
+class DesignGenerator {
+ public:
+  explicit DesignGenerator(unsigned seed) : rng_(seed) {}
+
+  /// A design of `blocks` blocks, the top included.
+  std::unique_ptr<HABMBlock> make(std::size_t blocks) {
+    auto top = HABMBlock::createTopBlock("design");
+    top->setValidated(chance(50));
+    std::vector<HABMBlock*> all = {top.get()};
+    for (std::size_t i = 1; i < blocks; ++i) {
+      all.push_back(
+          all[pick(all.size())]->createSubBlock("u" + std::to_string(i), "m" + std::to_string(i), false));
+    }
+    std::vector<N*> ends[2];  // sources, targets
+    for (HABMBlock* block : all) {
+      fill(*block);
+      for (int source = 0; source < 2 && !block->hasSubBlocks(); ++source) {
+        N* iface = habm_test::makeNocInterface(*block, source == 0 ? "nmu" : "nsu",
+                                               source == 0 ? N::MODE_NMU : N::MODE_NSU,
+                                               static_cast<N::NocProtocol>(pick(2)));
+        iface->setEditable(chance(20));
+        iface->setApertures({HABMAddrAperture("0x0[64K]")});
+        iface->createParameter("DATA_WIDTH", number());
+        ends[source].push_back(iface);
+      }
+    }
+    for (std::size_t i = 0; !ends[0].empty() && !ends[1].empty() && i < blocks; ++i) {
+      link(*ends[0][pick(ends[0].size())], *ends[1][pick(ends[1].size())]);
+    }
+    return top;
+  }
+
+ private:
+  std::size_t pick(std::size_t n) { return rng_() % n; }
+  bool chance(unsigned percent) { return pick(100) < percent; }
+  std::string number() { return std::to_string(pick(1000)); }
+
+  void fill(HABMBlock& b) {
+    b.createAttribute("A", number());
+    b.setBlockRsw(b.getParent() != nullptr && chance(15));
+    if (chance(10)) {
+      b.createAttribute("BLOCK_STUB", "false");
+    }
+    b.createGeneric("G", number());
+    b.createParameter("P", number());
+    b.setLocked(static_cast<HABMBlock::LockState>(pick(3)));
+    b.setTransparent(chance(80));
+    b.setEnablement(number());
+    b.setBaseAddress(HABMAddrValue(static_cast<unsigned>(pick(16)) * 0x1000U));
+    for (char const* name : {"clk", "q"}) {
+      HABMPort* port = b.createPort(name, false);
+      port->setPortDirection(static_cast<HABMPort::PortDirection>(pick(2)));
+      port->setPortLeft(static_cast<std::uint32_t>(pick(32)));
+      port->createAttribute("IOSTANDARD", number());
+    }
+    HABMMemoryMap* map = b.createMemoryMap("mm");
+    map->setRange(HABMAddrValue(0x10000U));
+    HABMAddrBlock* regs = map->createAddrBlock("regs");
+    regs->setAperture(HABMAddrAperture("0x0[4K]"));
+    HABMRegister* reg = regs->createRegister("ctrl");
+    reg->createField("en")->setWidth(1);
+    reg->createParameter("VOLATILE", "true");
+    b.createAddrSpace("as")->createAddrSegment("seg")->setAperture(HABMAddrAperture("0x0[64K]"));
+    HABMInterface* slave = b.createInterface("S_AXI", false);
+    slave->setInterfaceMode(HABMInterface::MODE_SLAVE);
+    slave->setMemoryMapRef("mm");
+    slave->setApertures({HABMAddrAperture("0x0[4K]")}, false);
+    slave->createParameter("FREQ_HZ", number());
+    slave->createPortMap("ACLK", "clk");
+    b.createInterface("M_AXI", false)->setAddrSpaceRef("as");
+    HABMBridge* bridge = b.createBridge("");
+    bridge->setSourceName("S_AXI");
+    bridge->setTargetName("M_AXI");
+    // The block's nets to its direct sub-blocks.
+    for (HABMBlock const* sub : b.getSubBlocks()) {
+      std::string const name = sub->getInstanceName();
+      b.createPortConnection("clk", {name + "/clk"}, true);
+      b.createInterfaceConnection("M_AXI", name + "/S_AXI", true);
+      HABMAddrAssign* assign = b.createAddrAssign("");
+      assign->setSourcePath("M_AXI");
+      assign->setTargetPath(name + "/S_AXI");
     }
   }
-  return false;
-}
+
+  // A link of the same protocol, drawn in the lowest block that holds both ends.
+  void link(N const& source, N const& target) {
+    if (source.getNocProtocol() != target.getNocProtocol()) {
+      return;
+    }
+    HABMBlock* holder = const_cast<HABMBlock*>(source.getParent());
+    while (!within(target.getParent(), *holder)) {
+      holder = holder->getParent();
+    }
+    HABMNocConnection* made =
+        holder->createNocConnection(HABMPath::get_relative_path(*holder, source.getPath()),
+                                    HABMPath::get_relative_path(*holder, target.getPath()), true);
+    made->setEditable(chance(30));
+    made->setRemaps({HABMAddrRemap(HABMAddrValue(0x4000U), HABMAddrValue(0U), HABMAddrValue(0x1000U))});
+    made->setParameter(HABMNocConnection::WRITE_BANDWIDTH(), number(), false);
+  }
+
+  std::mt19937 rng_;
+};
 
 // The links that cross the boundary of `cut` to or from a block below it, counted from first principles:
 // one end strictly below the cut block and the other outside it.
@@ -58,9 +176,8 @@ std::size_t joinVirtualHalves(HABMBlock& block, std::size_t kept) {
     std::vector<HABMNocConnection*> into;
     std::vector<HABMNocConnection*> from;
     end->getConnections(into, from);
-    EXPECT_EQ(into.size(), 1U);
-    EXPECT_EQ(from.size(), 1U);
     if (into.size() != 1 || from.size() != 1) {
+      ADD_FAILURE() << into.size() << " links in, " << from.size() << " out";
       return 0;
     }
     bool const entering = into[0]->getParent() != &block;
@@ -70,11 +187,8 @@ std::size_t joinVirtualHalves(HABMBlock& block, std::size_t kept) {
     EXPECT_EQ(inner->getEditable(), outer->getEditable());
     EXPECT_FALSE(inner->hasParameters());
     EXPECT_TRUE(inner->getRemaps().empty());
-    if (entering) {
-      outer->setTargetPath(inner->getTargetPath(true));
-    } else {
-      outer->setSourcePath(inner->getSourcePath(true));
-    }
+    entering ? outer->setTargetPath(inner->getTargetPath(true))
+             : outer->setSourcePath(inner->getSourcePath(true));
     block.removeNocConnection(inner->getName());
     block.removeNocInterface(end->getName());
   }
@@ -88,7 +202,7 @@ TEST_F(HABMModularRoundTrip, SplitThenMergeGivesTheDesignBackUpToTheNamedDiffere
   std::size_t refusals = 0;
   std::size_t joined = 0;
   for (unsigned seed = 1; seed <= 12; ++seed) {
-    auto const design = habm_test::DesignGenerator(seed).make(8 + seed);
+    auto const design = DesignGenerator(seed).make(8 + seed);
     ASSERT_EQ(design->check(), std::vector<std::string>());
     std::string const original = written(*design);
     EXPECT_EQ(written(*HABMBlock::cloneTopBlock(*design)), original);
@@ -175,28 +289,23 @@ TEST(HABMDeepHierarchy, CloneSplitAndMergeOfAChainTenThousandDeep) {
     deepest->createPort("p", false);
   }
   habm_test::makeNocInterface(*deepest, "nmu", N::MODE_NMU);
-  HABMBlock* beside = top->createSubBlock("x", "mx", false);
-  habm_test::makeNocInterface(*beside, "nsu", N::MODE_NSU);
+  habm_test::makeNocInterface(*top->createSubBlock("x", "mx", false), "nsu", N::MODE_NSU);
   ASSERT_NE(top->createNocConnection(deepest->getInstancePath() + "/nmu", "/x/nsu", true), nullptr);
-  auto const depthOf = [](HABMBlock const& root) {
-    std::size_t blocks = 0;
-    habm_detail::forEachBlock(root, [&](HABMBlock const&) { ++blocks; });
-    return blocks;
+  auto const blocks = [](HABMBlock const& root) {
+    std::size_t count = 0;
+    habm_detail::forEachBlock(root, [&](HABMBlock const&) { ++count; });
+    return count;
   };
-
   auto const copy = HABMBlock::cloneTopBlock(*top);
-  EXPECT_EQ(depthOf(*copy), kDepth + 2);
-
-  std::string const cutPath = "/u/u";
-  auto const part = HABMBlock::splitTopBlock(*copy, cutPath, true);
+  EXPECT_EQ(blocks(*copy), kDepth + 2);
+  auto const part = HABMBlock::splitTopBlock(*copy, "/u/u", true);
   ASSERT_NE(part, nullptr);
-  EXPECT_EQ(depthOf(*part), kDepth - 1);
-  EXPECT_EQ(depthOf(*copy), 4U);
+  EXPECT_EQ(blocks(*part), kDepth - 1);
+  EXPECT_EQ(blocks(*copy), 4U);
   ASSERT_EQ(part->getNocConnections(false).size(), 1U);
   EXPECT_EQ(part->getNocConnections(false)[0]->getTargetPath(false), "noc_interface_0");
-
-  ASSERT_TRUE(HABMBlock::mergeTopBlock(*copy, cutPath, *part, true));
-  EXPECT_EQ(depthOf(*copy), kDepth + 2);
+  ASSERT_TRUE(HABMBlock::mergeTopBlock(*copy, "/u/u", *part, true));
+  EXPECT_EQ(blocks(*copy), kDepth + 2);
   HABMNocConnection const* outer = copy->getNocConnections(false).at(0);
   EXPECT_EQ(outer->getSourcePath(false), "u/u/noc_interface_0");
   EXPECT_NE(outer->getSourceNocInterface(), nullptr);
