@@ -9,8 +9,7 @@
 #include "blockmodel/detail/HABMKinds.h"
 #include "param/HPAParamMgr.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
-
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -230,29 +229,63 @@ bool HABMNocConnection::isImportNocConnection(HABMNocInterface const* source,
   return isExportNocConnection(target, source);
 }
 
-std::map<std::string, std::string> HABMNocConnection::getDefaultParameterValues(
-    HABMNocConnection const& connection) {
-  std::map<std::string, std::string> defaults;
+namespace {
+
+// The parameters of a link, with their defaults: the read ones only where an end is addressable.
+struct DefaultParameter {
+  std::string const& (*name)();
+  char const* value;
+  bool addressableOnly;
+};
+
+DefaultParameter const kDefaultParameters[] = {
+    {&HABMNocConnection::READ_AVERAGE_BURST, "4", true},
+    {&HABMNocConnection::READ_BANDWIDTH, "500", true},
+    {&HABMNocConnection::READ_LATENCY, "300", true},
+    {&HABMNocConnection::WRITE_AVERAGE_BURST, "4", false},
+    {&HABMNocConnection::WRITE_BANDWIDTH, "500", false},
+    {&HABMNocConnection::WRITE_LATENCY, "300", false},
+    {&HABMNocConnection::EXCLUSIVE_ROUTING_GROUP, "", false},
+    {&HABMNocConnection::SEPARATE_ROUTING_GROUP, "", false},
+    {&HABMNocConnection::HIGH_PRIORITY_ROUTING, "false", false},
+    {&HABMNocConnection::INITIAL_BOOT, "false", false},
+    {&HABMNocConnection::PHASE_SETTINGS, "", false},
+    {&HABMNocConnection::WRITE_ORDER_CONTROL, "", false},
+};
+
+// Parameter names are ASCII words; compared without the locale, since a file's every link parameter
+// passes here.
+bool sameLetters(std::string const& upper, std::string const& name) {
+  return upper.size() == name.size() &&
+         std::equal(upper.begin(), upper.end(), name.begin(), [](char u, char c) {
+           return u == (c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c);
+         });
+}
+
+// Which rows of the table a link takes: none, all but the read ones, or all.
+enum class Takes { NONE, WRITE, ALL };
+
+Takes parametersOf(HABMNocConnection const& connection) {
   HABMNocInterface const* source = connection.getSourceNocInterface();
   HABMNocInterface const* target = connection.getTargetNocInterface();
   // Only the primary link of a path carries the traffic requirements.
   if (source == nullptr || target == nullptr || !source->isSource() || !target->isTarget()) {
-    return defaults;
+    return Takes::NONE;
   }
-  if (source->isAddressable() || target->isAddressable()) {
-    defaults[READ_AVERAGE_BURST()] = "4";
-    defaults[READ_BANDWIDTH()] = "500";
-    defaults[READ_LATENCY()] = "300";
+  return source->isAddressable() || target->isAddressable() ? Takes::ALL : Takes::WRITE;
+}
+
+}  // namespace
+
+std::map<std::string, std::string> HABMNocConnection::getDefaultParameterValues(
+    HABMNocConnection const& connection) {
+  std::map<std::string, std::string> defaults;
+  Takes const takes = parametersOf(connection);
+  for (DefaultParameter const& row : kDefaultParameters) {
+    if (takes == Takes::ALL || (takes == Takes::WRITE && !row.addressableOnly)) {
+      defaults.emplace(row.name(), row.value);
+    }
   }
-  defaults[WRITE_AVERAGE_BURST()] = "4";
-  defaults[WRITE_BANDWIDTH()] = "500";
-  defaults[WRITE_LATENCY()] = "300";
-  defaults[EXCLUSIVE_ROUTING_GROUP()] = "";
-  defaults[SEPARATE_ROUTING_GROUP()] = "";
-  defaults[HIGH_PRIORITY_ROUTING()] = "false";
-  defaults[INITIAL_BOOT()] = "false";
-  defaults[PHASE_SETTINGS()] = "";
-  defaults[WRITE_ORDER_CONTROL()] = "";
   return defaults;
 }
 
@@ -262,6 +295,16 @@ std::set<std::string> HABMNocConnection::getValidParameterNames(HABMNocConnectio
     names.insert(entry.first);
   }
   return names;
+}
+
+bool HABMNocConnection::isValidParameterName(HABMNocConnection const& connection, std::string const& name) {
+  Takes const takes = parametersOf(connection);
+  for (DefaultParameter const& row : kDefaultParameters) {
+    if (sameLetters(row.name(), name)) {
+      return takes == Takes::ALL || (takes == Takes::WRITE && !row.addressableOnly);
+    }
+  }
+  return false;
 }
 
 std::set<std::string> HABMNocConnection::getVisibleParameterNames(HABMNocConnection const& connection) {

@@ -73,6 +73,8 @@ class HABMNocConnection : public HCWWaiverProxyElem,
   static std::map<std::string, std::string> getDefaultParameterValues(HABMNocConnection const& connection);
   /// The names of getDefaultParameterValues.
   static std::set<std::string> getValidParameterNames(HABMNocConnection const& connection);
+  /// Whether `name`, in any letter case, is one of getValidParameterNames; without building the set.
+  static bool isValidParameterName(HABMNocConnection const& connection, std::string const& name);
   /// The valid names a user is shown: never HIGH_PRIORITY_ROUTING, and PHASE_SETTINGS only when the host
   /// parameter "project.enableNocPhases" is true.
   static std::set<std::string> getVisibleParameterNames(HABMNocConnection const& connection);

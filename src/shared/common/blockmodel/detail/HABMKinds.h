@@ -25,7 +25,6 @@
 #include "blockmodel/HABMRegisterField.h"
 #include "blockmodel/detail/HABMChildRules.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 
 #include <algorithm>
@@ -685,7 +684,7 @@ struct Kind<ChildKind::NOC_CONNECTION_PARAMETER>
   }
   /// A link takes only the parameters of a primary link, in any spelling of the name.
   static bool accepts(HABMNocConnection const& owner, std::string const& name) {
-    return HABMNocConnection::getValidParameterNames(owner).count(boost::algorithm::to_upper_copy(name)) != 0;
+    return HABMNocConnection::isValidParameterName(owner, name);
   }
   /// Files of an older form name INITIAL_BOOT "SOC_BOOT".
   static Child* createFromFile(HABMNocConnection& owner, std::string const& name) {
