@@ -149,9 +149,7 @@ class WriterOut final : public HABMJsonWriter::Out {
 
  private:
   // A file the reader would refuse as too deep is not written at all.
-  void enter() {
-    ok_ = ++depth_ <= HABMJsonReader::MAX_NESTING && ok_;
-  }
+  void enter() { ok_ = ++depth_ <= HABMJsonReader::MAX_NESTING && ok_; }
 
   Writer writer_;
   std::vector<std::size_t> members_ = {0};
