@@ -210,6 +210,21 @@ std::vector<Command> const& commands() {
   return all;
 }
 
+std::size_t utf8SequenceAt(std::string_view text, std::size_t at) {
+  auto const byte = static_cast<unsigned char>(text[at]);
+  std::size_t const length = byte < 0x80                   ? 1
+                             : byte >= 0xC2 && byte < 0xE0 ? 2
+                             : byte >= 0xE0 && byte < 0xF0 ? 3
+                             : byte >= 0xF0 && byte < 0xF5 ? 4
+                                                           : 0;
+  for (std::size_t k = 1; k < length; ++k) {
+    if (at + k >= text.size() || (static_cast<unsigned char>(text[at + k]) & 0xC0U) != 0x80U) {
+      return 0;
+    }
+  }
+  return length;
+}
+
 int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream& err) {
   if (args.empty()) {
     printMainHelp(err);

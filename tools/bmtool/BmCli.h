@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class HABMBlock;
@@ -75,6 +76,10 @@ HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top);
 
 /// Prints rows as columns separated by two blanks; trailing empty cells leave no blanks behind.
 void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows);
+
+/// The length of the UTF-8 sequence that starts at `at` in `text`: 1 for an ASCII byte, 2 to 4 for a
+/// lead byte followed by all its continuation bytes, 0 for a byte that starts no sequence.
+std::size_t utf8SequenceAt(std::string_view text, std::size_t at);
 
 /// Runs bmtool with its arguments (without the program name); returns the exit code.
 int runCli(std::vector<std::string> const& args, std::ostream& out, std::ostream& err);

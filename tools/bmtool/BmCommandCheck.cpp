@@ -33,16 +33,7 @@ std::string jsonString(std::string_view text) {
   };
   for (std::size_t i = 0; i < text.size();) {
     auto const byte = static_cast<unsigned char>(text[i]);
-    std::size_t length = byte < 0x80                   ? 1
-                         : byte >= 0xC2 && byte < 0xE0 ? 2
-                         : byte >= 0xE0 && byte < 0xF0 ? 3
-                         : byte >= 0xF0 && byte < 0xF5 ? 4
-                                                       : 0;
-    for (std::size_t k = 1; k < length; ++k) {
-      if (i + k >= text.size() || (static_cast<unsigned char>(text[i + k]) & 0xC0U) != 0x80U) {
-        length = 0;
-      }
-    }
+    std::size_t const length = utf8SequenceAt(text, i);
     if (length == 0) {
       escaped(byte);
       ++i;
