@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -43,11 +42,17 @@ CliRun run(std::vector<std::string> const& args) {
   return {code, out.str(), err.str()};
 }
 
-TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
+// Exit codes separate usage errors from failures; bad input says what is wrong, and no other output file
+// is written or changed.
+TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailuresAndRefusalsLeaveTheOutputsAlone) {
   std::string const soc = std::string(MZ_EXAMPLES_DIR) + "/soc.bm";
   std::string const noc = std::string(MZ_EXAMPLES_DIR) + "/noc.bm";
   std::string const missing = "/none.bm";
   std::string const out = path("out");
+  habm_test::put(path("old.bm"), "untouched");
+  habm_test::put(path("broken.bm"), "{ not json");
+  std::string const fresh = path("fresh.bm");
+  std::string const old = path("old.bm");
   struct {
     std::vector<std::string> args;
     int code;
@@ -86,12 +91,33 @@ TEST_F(BmCli, ExitCodesSeparateUsageErrorsFromFailures) {
       {{"check", missing}, bmtool::EXIT_FAILED, "[90-4]"},
       {{"check", soc, "--instance", "/nowhere"}, bmtool::EXIT_FAILED, "no block at '/nowhere'"},
       {{"check", soc, "--hdl", "--format=json"}, bmtool::EXIT_OK},
+      {{"split", noc, "--instance", "/nope", fresh, old}, bmtool::EXIT_FAILED, "no block at '/nope'"},
+      {{"split", noc, "--instance", "/", fresh, old}, bmtool::EXIT_FAILED, "'/' is the top block itself"},
+      {{"split", noc, fresh, old}, bmtool::EXIT_USAGE, "--instance PATH is required"},
+      {{"split", noc, "--instance", "/cpu", old, old}, bmtool::EXIT_USAGE, "must be different files"},
+      {{"split", noc, "--instance", "/cpu", fresh, "/no/such/dir/rest.bm"},
+       bmtool::EXIT_FAILED,
+       "could not write '/no/such/dir/rest.bm'"},
+      {{"split", path("broken.bm"), "--instance", "/cpu", fresh, old}, bmtool::EXIT_FAILED, "could not read"},
+      {{"canmerge", noc, "--instance", "/cpu", path("broken.bm")}, bmtool::EXIT_FAILED, "could not read"},
+      {{"canmerge", noc, "--instance", "//", noc}, bmtool::EXIT_FAILED, "is the top block itself"},
+      {{"merge", noc, "--instance", "/cpu", path("none.bm"), old}, bmtool::EXIT_FAILED, "could not read"},
+      {{"merge", noc, "--instance", "/cpu/x", noc, old}, bmtool::EXIT_FAILED, "no block at '/cpu/x'"},
+      {{"merge", noc, "--instance", "/cpu", noc, old}, bmtool::EXIT_FAILED, "[90-3] Cannot merge module"},
   };
   for (auto const& c : cases) {
+    SCOPED_TRACE(::testing::PrintToString(c.args));
     CliRun const r = run(c.args);
-    EXPECT_EQ(r.code, c.code) << ::testing::PrintToString(c.args) << "\n" << r.err;
+    EXPECT_EQ(r.code, c.code) << r.err;
     EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
+    EXPECT_FALSE(fs::exists(fresh));
+    EXPECT_EQ(bytes(old), "untouched");
   }
+  std::set<std::string> leftovers;
+  for (auto const& entry : fs::directory_iterator(dir_)) {
+    leftovers.insert(entry.path().filename().string());
+  }
+  EXPECT_EQ(leftovers, (std::set<std::string>{"broken.bm", "old.bm", "out"}));
 }
 
 TEST_F(BmCli, AddrPrintsEveryFormAndTakesNegativeNumbersAsTexts) {
@@ -123,10 +149,6 @@ TEST_F(BmCli, QuietKeepsOnlyErrorsAndHelpNamesEachCommand) {
   EXPECT_EQ(warned.err, "");
   EXPECT_NE(warned.out, "");
   EXPECT_EQ(run({"generate", path("g.bm"), "--depth", "1", "--quiet"}).out, "");
-  habm_test::put(path("in.bm"), R"({"top_block":{"module_name":"x","vlnv":{}}})");
-  CliRun const failed = run({"convert", path("in.bm"), path("out.bm"), "--quiet"});
-  EXPECT_EQ(failed.code, bmtool::EXIT_FAILED);
-  EXPECT_NE(failed.err.find("ERROR: "), std::string::npos) << failed.err;
 
   for (bmtool::Command const& c : bmtool::commands()) {
     CliRun const help = run({"help", c.name});
@@ -167,13 +189,15 @@ TEST(BmProgress, DrawsOnlyAfterTheDelayAndErasesItself) {
   EXPECT_EQ(bmtool::openFileOffset(file), std::nullopt);
 }
 
-// A value the reader could not take is lost: without --lenient nothing is written and the run fails.
+// A value the reader could not take is lost: without --lenient nothing is written and the run fails (and
+// --quiet keeps the errors).
 TEST_F(BmCli, AReadWithErrorsWritesNothingUnlessLenient) {
   habm_test::put(path("in.bm"), R"({"top_block":{"module_name":"x","vlnv":{}}})");
-  CliRun const strict = run({"convert", path("in.bm"), path("out.bm")});
+  CliRun const strict = run({"convert", path("in.bm"), path("out.bm"), "--quiet"});
   EXPECT_EQ(strict.code, bmtool::EXIT_FAILED);
   EXPECT_FALSE(fs::exists(path("out.bm")));
-  EXPECT_TRUE(std::regex_search(strict.err, std::regex("gave 1 error; nothing was written[^\n]*\n$")))
+  EXPECT_TRUE(
+      std::regex_search(strict.err, std::regex("^ERROR: (.|\n)*gave 1 error; nothing was written[^\n]*\n$")))
       << strict.err;
   CliRun const lenient = run({"convert", path("in.bm"), path("out.bm"), "--lenient"});
   EXPECT_EQ(lenient.code, bmtool::EXIT_OK) << lenient.err;
@@ -214,26 +238,19 @@ TEST_F(BmCli, CheckPrintsEachFindingAndFailsOnErrorsOnly) {
   ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("variant.bm")), *top, false));
   CliRun const variant = run({"check", path("variant.bm"), "--format", "json"});
   EXPECT_EQ(variant.code, bmtool::EXIT_OK);
-  EXPECT_EQ(
+  EXPECT_TRUE(std::regex_match(
       variant.out,
-      R"({"severity":"INFO","id":"90-10","module":"noc_soc","text":"Design rule notice on module 'noc_soc': )"
-      R"(Found instance '/accel' with unresolved RSW region 'accel_rp'. RSW region must be provided at )"
-      R"(runtime.","rule":82})"
-      "\n"
-      R"({"severity":"WARNING","id":"90-10","module":"noc_soc","text":"Design rule notice on module )"
-      R"('noc_soc': Addressable NOC interface 'vnmu0' on RP instance '/accel' must specify one or more )"
-      R"(address apertures for RSW verification.","rule":553})"
-      "\n"
-      R"({"counts":{"ERROR":0,"WARNING":1,"INFO":1}})"
-      "\n");
+      std::regex(R"(\{"severity":"INFO","id":"90-10","module":"noc_soc","text":"[^"]*unresolved RSW region )"
+                 R"('accel_rp'[^"]*","rule":82\}\n\{"severity":"WARNING","id":"90-10",[^\n]*"rule":553\}\n)"
+                 R"(\{"counts":\{"ERROR":0,"WARNING":1,"INFO":1\}\}\n)")))
+      << variant.out;
   // The checks run on the named block alone, which does not see the link drawn above it.
   CliRun const ddr = run({"check", MZ_EXAMPLES_DIR "/noc.bm", "--instance", "/ddr"});
   EXPECT_EQ(ddr.code, bmtool::EXIT_OK);
-  EXPECT_EQ(ddr.out,
-            "WARNING: [90-10] Design rule notice on module 'ddr4_ctrl': NOC interface '/ddr/S_AXI_nsu' is "
-            "currently "
-            "unconnected. Please connect all NOC interfaces before implementing design.\n"
-            "Findings: ERROR 0, WARNING 1, INFO 0\n");
+  EXPECT_TRUE(
+      std::regex_match(ddr.out, std::regex("WARNING: [^\n]*'/ddr/S_AXI_nsu' is currently unconnected[^\n]*\n"
+                                           "Findings: ERROR 0, WARNING 1, INFO 0\n")))
+      << ddr.out;
 }
 
 // Names come from files and may hold anything; a finding stays one line of text, or one valid JSON object.
@@ -242,19 +259,19 @@ TEST_F(BmCli, CheckOutputStaysOneLinePerFindingWhateverANameHolds) {
   top->setBlockStub(true);
   ASSERT_TRUE(HABMBlock::writeTopBlock(HUTFile(path("odd.bm")), *top, false));
   CliRun const text = run({"check", path("odd.bm")});
-  EXPECT_EQ(text.out.substr(0, text.out.find('\n')),
-            "WARNING: [90-10] Design rule notice on module 'q\"\\x09\xc3\xa9\xff': Found instance '/' with "
-            "unresolved "
-            "module 'q\"\\x09\xc3\xa9\xff'.");
+  EXPECT_TRUE(std::regex_match(
+      text.out,
+      std::regex("WARNING: [^\n]*unresolved module 'q\"\\\\x09\xc3\xa9\xff'\\.\nFindings: [^\n]*\n")))
+      << text.out;
   CliRun const json = run({"check", path("odd.bm"), "--format", "json"});
-  EXPECT_EQ(json.out.substr(0, json.out.find('\n')),
-            R"({"severity":"WARNING","id":"90-10","module":"q\"\u0009)"
-            "\xc3\xa9"
-            R"(\u00ff","text":"Design rule notice on module 'q\"\u0009)"
-            "\xc3\xa9"
-            R"(\u00ff': Found instance '/' with unresolved module 'q\"\u0009)"
-            "\xc3\xa9"
-            R"(\u00ff'.","rule":101})");
+  std::string const name = R"(q\"\u0009)"
+                           "\xc3\xa9"
+                           R"(\u00ff)";
+  EXPECT_EQ(json.out.substr(0, json.out.find(",\"text\"")),
+            R"({"severity":"WARNING","id":"90-10","module":")" + name + "\"");
+  EXPECT_NE(json.out.find("unresolved module '" + name + "'.\",\"rule\":101}\n{\"counts\""),
+            std::string::npos)
+      << json.out;
 }
 
 // The example's "/periph/dma0" brings six interfaces as port attributes.
@@ -343,46 +360,6 @@ TEST_F(BmCli, ACrossingLinkBarsASplitUnlessVirtualInterfacesCutIt) {
   ASSERT_EQ(run({"merge", path("rest.bm"), "--instance", "/a", path("sub.bm"), path("back.bm")}).code,
             bmtool::EXIT_OK);
   EXPECT_TRUE(std::regex_search(run({"info", path("back.bm")}).out, std::regex("\nnoc connections +4\n")));
-}
-
-// Bad input says what is wrong, and no output file is written or changed.
-TEST_F(BmCli, ModularCommandsRefuseBadInputAndLeaveTheOutputsAlone) {
-  std::string const noc = MZ_EXAMPLES_DIR "/noc.bm";
-  habm_test::put(path("old.bm"), "untouched");
-  habm_test::put(path("broken.bm"), "{ not json");
-  std::string const fresh = path("fresh.bm");
-  std::string const old = path("old.bm");
-  struct {
-    std::vector<std::string> args;
-    int code;
-    char const* err;
-  } const cases[] = {
-      {{"split", noc, "--instance", "/nope", fresh, old}, bmtool::EXIT_FAILED, "no block at '/nope'"},
-      {{"split", noc, "--instance", "/", fresh, old}, bmtool::EXIT_FAILED, "'/' is the top block itself"},
-      {{"split", noc, fresh, old}, bmtool::EXIT_USAGE, "--instance PATH is required"},
-      {{"split", noc, "--instance", "/cpu", old, old}, bmtool::EXIT_USAGE, "must be different files"},
-      {{"split", noc, "--instance", "/cpu", fresh, "/no/such/dir/rest.bm"},
-       bmtool::EXIT_FAILED,
-       "could not write '/no/such/dir/rest.bm'"},
-      {{"split", path("broken.bm"), "--instance", "/cpu", fresh, old}, bmtool::EXIT_FAILED, "could not read"},
-      {{"canmerge", noc, "--instance", "/cpu", path("broken.bm")}, bmtool::EXIT_FAILED, "could not read"},
-      {{"canmerge", noc, "--instance", "//", noc}, bmtool::EXIT_FAILED, "is the top block itself"},
-      {{"merge", noc, "--instance", "/cpu", path("none.bm"), old}, bmtool::EXIT_FAILED, "could not read"},
-      {{"merge", noc, "--instance", "/cpu/x", noc, old}, bmtool::EXIT_FAILED, "no block at '/cpu/x'"},
-      {{"merge", noc, "--instance", "/cpu", noc, old}, bmtool::EXIT_FAILED, "[90-3] Cannot merge module"},
-  };
-  for (auto const& c : cases) {
-    CliRun const r = run(c.args);
-    EXPECT_EQ(r.code, c.code) << ::testing::PrintToString(c.args) << "\n" << r.err;
-    EXPECT_NE(r.err.find(c.err), std::string::npos) << r.err;
-    EXPECT_FALSE(fs::exists(fresh)) << ::testing::PrintToString(c.args);
-    EXPECT_EQ(bytes(old), "untouched") << ::testing::PrintToString(c.args);
-  }
-  std::vector<std::string> leftovers;
-  for (auto const& entry : fs::directory_iterator(dir_)) {
-    leftovers.push_back(entry.path().filename().string());
-  }
-  EXPECT_EQ(leftovers.size(), 2U) << ::testing::PrintToString(leftovers);
 }
 
 using bm_hdl_test::BmHdlTool;

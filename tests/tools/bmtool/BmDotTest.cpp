@@ -39,12 +39,9 @@ struct Picture {
 std::string unquote(std::string const& text) {
   std::string out;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\\' && i + 1 < text.size()) {
-      ++i;
-      out += text[i] == 'n' ? '\n' : text[i];
-    } else {
-      out += text[i];
-    }
+    bool const escaped = text[i] == '\\' && i + 1 < text.size();
+    char const c = text[escaped ? ++i : i];
+    out += escaped && c == 'n' ? '\n' : c;
   }
   return out;
 }
@@ -57,10 +54,10 @@ Picture draw(HABMBlock const& block, bmtool::DotOptions const& options) {
   static std::regex const edge(R"re(^\s*(\w+) -> (\w+) \[(.*)\];$)re");
   static std::regex const node(R"re(^\s*(\w+) \[(.*)\];$)re");
   std::map<std::string, std::string> tooltipOf;
+  std::vector<std::smatch> edges;  // drawn once every node is known
   std::istringstream lines(picture.text);
-  std::string line;
   std::vector<std::string> all;
-  while (std::getline(lines, line)) {
+  for (std::string line; std::getline(lines, line);) {
     all.push_back(line);
   }
   for (std::string const& l : all) {
@@ -70,9 +67,8 @@ Picture draw(HABMBlock const& block, bmtool::DotOptions const& options) {
     }
     std::smatch m;
     if (std::regex_match(l, m, edge)) {
-      continue;
-    }
-    if (l.find("; tooltip=") != std::string::npos) {
+      edges.push_back(m);
+    } else if (l.find("; tooltip=") != std::string::npos) {
       picture.clusters.insert(attrs["tooltip"]);
     } else if (std::regex_match(l, m, node) && attrs.count("tooltip") != 0) {
       tooltipOf[m[1]] = attrs["tooltip"];
@@ -83,13 +79,10 @@ Picture draw(HABMBlock const& block, bmtool::DotOptions const& options) {
       picture.legend.push_back(attrs["label"]);
     }
   }
-  for (std::string const& l : all) {
-    std::smatch m;
-    if (std::regex_match(l, m, edge)) {
-      std::pair<std::string, std::string> const ends{tooltipOf[m[1]], tooltipOf[m[2]]};
-      picture.edges.insert(ends);
-      picture.edgeStyles[ends] = m[3];
-    }
+  for (std::smatch const& m : edges) {
+    std::pair<std::string, std::string> const ends{tooltipOf[m[1]], tooltipOf[m[2]]};
+    picture.edges.insert(ends);
+    picture.edgeStyles[ends] = m[3];
   }
   return picture;
 }

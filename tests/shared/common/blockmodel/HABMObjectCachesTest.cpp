@@ -62,7 +62,7 @@ class HABMObjectCachesTest : public ::testing::Test {
     py_native_cache_base::install_hooks({});
   }
 
-  // Registers script object `i` for `native` in the Tcl cache of T, as the Tcl package does.
+  // Registers script object `i` for `native` in the Tcl or the Python cache of T, as the packages do.
   template <class T>
   static void addTcl(T const* native, int i) {
     native_cache<T*>::get_t2n_cache()[tclObj(i)] = native;
@@ -78,32 +78,34 @@ class HABMObjectCachesTest : public ::testing::Test {
     return native_cache<T*>::get_t2n_cache().size() + native_cache<T*>::get_n2t_cache().size() +
            py_native_cache<T*>::get_py2n_cache().size() + py_native_cache<T*>::get_n2py_cache().size();
   }
+  // The calls made since the last look, sorted.
+  static std::vector<std::string> told() {
+    std::vector<std::string> sorted = calls();
+    std::sort(sorted.begin(), sorted.end());
+    calls().clear();
+    return sorted;
+  }
+  static void setExiting(bool exiting) {
+    native_cache_base::set_tcl_exiting(exiting);
+    py_native_cache_base::set_py_exiting(exiting);
+  }
+
+  // Make one object, give it two Tcl objects and one Python object, let its owner destroy it, and expect
+  // every script object told once and both caches empty.
+  template <class T>
+  void expectBothShellsTold(T* object, std::function<void()> const& destroy) {
+    ASSERT_NE(object, nullptr);
+    addTcl(object, 0);
+    addTcl(object, 1);
+    addPy(object, 2);
+    destroy();
+    EXPECT_EQ(told(), (std::vector<std::string>{"py-invalid 2", "tcl-invalid 0", "tcl-invalid 1",
+                                                "tcl-release 0", "tcl-release 1"}));
+    EXPECT_EQ(entries<T>(), 0U);
+  }
 
   std::unique_ptr<HABMBlock> top_ = HABMBlock::createTopBlock("top");
 };
-
-// Each cached class: make one object, give it two Tcl objects and one Python object, let its owner
-// destroy it, and expect every script object told once and both caches empty.
-template <class T>
-void expectBothShellsTold(T* object, std::function<void()> const& destroy) {
-  ASSERT_NE(object, nullptr);
-  native_cache<T*>::get_t2n_cache()[tclObj(0)] = object;
-  native_cache<T*>::get_n2t_cache().emplace(object, tclObj(0));
-  native_cache<T*>::get_t2n_cache()[tclObj(1)] = object;
-  native_cache<T*>::get_n2t_cache().emplace(object, tclObj(1));
-  py_native_cache<T*>::get_py2n_cache()[pyObj(2)] = object;
-  py_native_cache<T*>::get_n2py_cache().emplace(object, pyObj(2));
-  destroy();
-  std::vector<std::string> told = calls();
-  std::sort(told.begin(), told.end());
-  EXPECT_EQ(told, (std::vector<std::string>{"py-invalid 2", "tcl-invalid 0", "tcl-invalid 1", "tcl-release 0",
-                                            "tcl-release 1"}));
-  EXPECT_TRUE(native_cache<T*>::get_t2n_cache().empty());
-  EXPECT_TRUE(native_cache<T*>::get_n2t_cache().empty());
-  EXPECT_TRUE(py_native_cache<T*>::get_py2n_cache().empty());
-  EXPECT_TRUE(py_native_cache<T*>::get_n2py_cache().empty());
-  calls().clear();
-}
 
 TEST_F(HABMObjectCachesTest, EachCachedClassTellsBothShellsWhenItDies) {
   HABMBlock& top = *top_;
@@ -119,23 +121,31 @@ TEST_F(HABMObjectCachesTest, EachCachedClassTellsBothShellsWhenItDies) {
   expectBothShellsTold(leaf->createNocInterface("deep"), [&] { top_.reset(); });
 }
 
-TEST_F(HABMObjectCachesTest, DyingWhileTheShellExitsLeavesTheMapsAlone) {
-  HABMBlock* sub = top_->createSubBlock("u0", "m", false);
-  addTcl<HABMBlock>(sub, 0);
-  addPy<HABMBlock>(sub, 1);
-  native_cache_base::set_tcl_exiting(true);
-  py_native_cache_base::set_py_exiting(true);
-  top_->clearSubBlocks();
-  EXPECT_FALSE(native_cache<HABMBlock*>::observers());
-  EXPECT_FALSE(py_native_cache<HABMBlock*>::observers());
-  native_cache_base::set_tcl_exiting(false);
-  py_native_cache_base::set_py_exiting(false);
-  EXPECT_TRUE(calls().empty());
-  EXPECT_EQ(entries<HABMBlock>(), 4U);
-  native_cache<HABMBlock*>::get_t2n_cache().clear();
-  native_cache<HABMBlock*>::get_n2t_cache().clear();
-  py_native_cache<HABMBlock*>::get_py2n_cache().clear();
-  py_native_cache<HABMBlock*>::get_n2py_cache().clear();
+// The maps are left alone while a shell exits, and when no map was ever looked at. A map getter sets the
+// observers flag, so a flag still false afterwards proves that no map was looked at; an exiting shell is
+// the one way to bring the flag back down in a process that has used the maps.
+TEST_F(HABMObjectCachesTest, DestructionLeavesTheMapsAloneWhileExitingOrWithoutObservers) {
+  for (bool const exitingWhileDestroyed : {true, false}) {
+    SCOPED_TRACE(exitingWhileDestroyed);
+    auto top = HABMBlock::createTopBlock("t");
+    HABMBlock* sub = top->createSubBlock("u0", "m", false);
+    addTcl<HABMBlock>(sub, 0);
+    addPy<HABMBlock>(sub, 1);
+    setExiting(true);
+    ASSERT_FALSE(native_cache<HABMBlock*>::observers());
+    ASSERT_FALSE(py_native_cache<HABMBlock*>::observers());
+    setExiting(exitingWhileDestroyed);
+    top.reset();
+    setExiting(false);
+    EXPECT_FALSE(native_cache<HABMBlock*>::observers());
+    EXPECT_FALSE(py_native_cache<HABMBlock*>::observers());
+    EXPECT_TRUE(calls().empty());
+    EXPECT_EQ(entries<HABMBlock>(), 4U);
+    native_cache<HABMBlock*>::get_t2n_cache().clear();
+    native_cache<HABMBlock*>::get_n2t_cache().clear();
+    py_native_cache<HABMBlock*>::get_py2n_cache().clear();
+    py_native_cache<HABMBlock*>::get_n2py_cache().clear();
+  }
 }
 
 TEST_F(HABMObjectCachesTest, ACorruptPairIsReportedAndTheWalkGoesOn) {
@@ -145,35 +155,10 @@ TEST_F(HABMObjectCachesTest, ACorruptPairIsReportedAndTheWalkGoesOn) {
   addPy(iface, 2);
   py_native_cache<HABMNocInterface*>::get_n2py_cache().emplace(iface, pyObj(3));
   top_->clearNocInterfaces();
-  std::vector<std::string> told = calls();
-  std::sort(told.begin(), told.end());
-  EXPECT_EQ(told, (std::vector<std::string>{"native_cache<> corrupt", "py-invalid 2", "py-invalid 3",
-                                            "py_native_cache<> corrupt", "tcl-invalid 0", "tcl-invalid 1",
-                                            "tcl-release 0", "tcl-release 1"}));
+  EXPECT_EQ(told(), (std::vector<std::string>{"native_cache<> corrupt", "py-invalid 2", "py-invalid 3",
+                                              "py_native_cache<> corrupt", "tcl-invalid 0", "tcl-invalid 1",
+                                              "tcl-release 0", "tcl-release 1"}));
   EXPECT_EQ(entries<HABMNocInterface>(), 0U);
-}
-
-TEST_F(HABMObjectCachesTest, WithoutObserversDestructionTouchesNoMap) {
-  // A map getter sets the flag, so a flag still false afterwards proves that no map was looked at; an
-  // exiting shell is the one way to bring the flag back down in a process that has used the maps.
-  HABMBlock* sub = top_->createSubBlock("u0", "m", false);
-  addTcl<HABMBlock>(sub, 0);
-  addPy<HABMBlock>(sub, 1);
-  native_cache_base::set_tcl_exiting(true);
-  py_native_cache_base::set_py_exiting(true);
-  ASSERT_FALSE(native_cache<HABMBlock*>::observers());
-  ASSERT_FALSE(py_native_cache<HABMBlock*>::observers());
-  native_cache_base::set_tcl_exiting(false);
-  py_native_cache_base::set_py_exiting(false);
-  top_.reset();
-  EXPECT_FALSE(native_cache<HABMBlock*>::observers());
-  EXPECT_FALSE(py_native_cache<HABMBlock*>::observers());
-  EXPECT_TRUE(calls().empty());
-  EXPECT_EQ(entries<HABMBlock>(), 4U);
-  native_cache<HABMBlock*>::get_t2n_cache().clear();
-  native_cache<HABMBlock*>::get_n2t_cache().clear();
-  py_native_cache<HABMBlock*>::get_py2n_cache().clear();
-  py_native_cache<HABMBlock*>::get_n2py_cache().clear();
 }
 
 }  // namespace
