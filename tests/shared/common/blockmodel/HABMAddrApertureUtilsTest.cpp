@@ -49,8 +49,7 @@ TEST(HABMAddrApertureUtils, FixedCasesOfAdjustCombineTheConeRuleAndAComplementWi
 
 // ---- Random sets against an address bitmap and against the nested-loop forms. ----
 
-constexpr unsigned kSpan = 512;
-using Bits = std::bitset<kSpan>;
+using Bits = std::bitset<512>;
 
 // Addresses of the set, an empty aperture counting as its base (as the relations see it) or as nothing.
 Bits cover(Set const& s, bool emptyIsOneAddress) {
