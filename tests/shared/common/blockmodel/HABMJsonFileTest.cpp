@@ -112,18 +112,16 @@ TEST_F(HABMJsonFile, OddInputReadsAsItsCanonicalForm) {
        R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave","address_space_ref":"a"},"M":{"vlnv":"",)"
        R"("mode":"master","memory_map_ref":"m"}}},"contents":{"port_connections":{"e":{}}})",
        R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave"},"M":{"vlnv":"","mode":"master"}}})"},
-      {"apertures that are no array are none",
+      {"apertures and targets that are no array are none",
        R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave","address_apertures":{"offset":"0x0",)"
-       R"("range":"4K"}}}})",
-       R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave"}}})"},
+       R"("range":"4K"}}}},"contents":{"port_connections":{"n":{"source":"p","targets":{"a":1}}}})",
+       R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave"}}},)"
+       R"("contents":{"port_connections":{"n":{"source":"p"}}})"},
       {"a remap takes its range from the source",
        R"("boundary":{"bridges":{"b":{"source":"S","target":"M","address_remaps":[{)"
        R"("source":"0x1000:0x1FFF","target":"0x9000:0xFFFF"}]}}})",
        R"("boundary":{"bridges":{"b":{"source":"S","target":"M","address_remaps":[{)"
        R"("source":"0x1000:0x1FFF","target":"0x9000:0x9FFF"}]}}})"},
-      {"targets that are no array are none",
-       R"("contents":{"port_connections":{"n":{"source":"p","targets":{"a":1}}}})",
-       R"("contents":{"port_connections":{"n":{"source":"p"}}})"},
       {"connection paths may be absolute",
        R"("contents":{"interface_connections":{"c":{"type":"HARD","source":"a/S","target":"/b/M"}},)"
        R"("port_connections":{"n":{"source":"/p","targets":["/u/q"]}}})",
