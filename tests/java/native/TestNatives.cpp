@@ -20,27 +20,19 @@
 
 namespace {
 
-HABMBlock* readTopBlock(std::string const& path) {
-  return HABMBlock::readTopBlock(HUTFile(path)).release();
-}
-HABMBlock* createTopBlock(std::string const& module) {
-  return HABMBlock::createTopBlock(module).release();
-}
-HABMBlock* createSubBlock(HABMBlock& parent, std::string const& instance, std::string const& module) {
-  return parent.createSubBlock(instance, module, false);
-}
-void deleteTopBlock(HABMBlock* top) {
-  delete top;
-}
-
 std::int32_t echoCount = 0;
-std::string echo(std::string const& text) {
-  ++echoCount;
-  return text;
-}
-std::int32_t echoCalls() {
-  return echoCount;
-}
+
+// One-line helpers, as static members.
+struct N {
+  using S = std::string const&;
+  static HABMBlock* readTopBlock(S path) { return HABMBlock::readTopBlock(HUTFile(path)).release(); }
+  static HABMBlock* createTopBlock(S module) { return HABMBlock::createTopBlock(module).release(); }
+  static HABMBlock* createSubBlock(HABMBlock& p, S i, S m) { return p.createSubBlock(i, m, false); }
+  static void deleteTopBlock(HABMBlock* top) { delete top; }
+  static std::string echo(S text) { return ++echoCount, text; }
+  static std::int32_t echoCalls() { return echoCount; }
+  static HABMAddrAperture makeAperture(S text) { return HABMAddrAperture(text); }
+};
 
 std::string utf8Hex(std::string const& text) {
   std::ostringstream out;
@@ -51,26 +43,22 @@ std::string utf8Hex(std::string const& text) {
   return out.str();
 }
 
-void throwHexAll(std::string const& text) {
-  throw HEXAll(
-      ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "test", COM_MSG_ERROR, "%s", text));
-}
-void throwEmptyHexAll() {
-  throw HEXAll();
-}
-void throwBadAlloc() {
-  throw std::bad_alloc();
-}
-void throwStdException(std::string const& text) {
-  throw std::runtime_error(text);
-}
-void throwUnknown() {
+/// Throws, by kind: a message, an empty HEXAll, bad_alloc, a standard exception, then anything else.
+void throwKind(unsigned int kind, std::string const& text) {
+  switch (kind) {
+    case 0:
+      throw HEXAll(
+          ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "test", COM_MSG_ERROR, "%s", text));
+    case 1:
+      throw HEXAll();
+    case 2:
+      throw std::bad_alloc();
+    case 3:
+      throw std::runtime_error(text);
+  }
   throw 42;
 }
 
-HABMAddrAperture makeAperture(std::string const& text) {
-  return HABMAddrAperture(text);
-}
 /// Apertures from their texts, separated by blanks.
 std::set<HABMAddrAperture> makeApertures(std::string const& texts) {
   std::set<HABMAddrAperture> apertures;
@@ -95,19 +83,15 @@ using ParameterVector = std::vector<HABMParameter*>;
 
 #define TN(NAME, N, ...) HABM_JNI_ENTRY(Java_ui_data_blockmodel_TestNatives_##NAME, N, __VA_ARGS__)
 
-TN(readTopBlock, 1, Function<&readTopBlock>)
-TN(createTopBlock, 1, Function<&createTopBlock>)
-TN(createSubBlock, 3, Function<&createSubBlock>)
-TN(deleteTopBlock, 1, Function<&deleteTopBlock>)
-TN(echo, 1, Function<&echo>)
-TN(echoCalls, 0, Function<&echoCalls>)
+TN(readTopBlock, 1, Function<&N::readTopBlock>)
+TN(createTopBlock, 1, Function<&N::createTopBlock>)
+TN(createSubBlock, 3, Function<&N::createSubBlock>)
+TN(deleteTopBlock, 1, Function<&N::deleteTopBlock>)
+TN(echo, 1, Function<&N::echo>)
+TN(echoCalls, 0, Function<&N::echoCalls>)
 TN(utf8Hex, 1, Function<&utf8Hex>)
-TN(throwHexAll, 1, Function<&throwHexAll>)
-TN(throwEmptyHexAll, 0, Function<&throwEmptyHexAll>)
-TN(throwBadAlloc, 0, Function<&throwBadAlloc>)
-TN(throwStdException, 1, Function<&throwStdException>)
-TN(throwUnknown, 0, Function<&throwUnknown>)
-TN(makeAperture, 1, Function<&makeAperture>)
+TN(throwKind, 2, Function<&throwKind>)
+TN(makeAperture, 1, Function<&N::makeAperture>)
 TN(makeApertures, 1, Function<&makeApertures>)
 TN(aperturesText, 1, Function<&aperturesText>)
 TN(parameterCount, 1, Function<&habm_jni::size<ParameterVector>>)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <bitset>
+#include <iterator>
 #include <random>
 #include <vector>
 
@@ -48,8 +49,7 @@ TEST(HABMAddrApertureUtils, FixedCasesOfAdjustCombineTheConeRuleAndAComplementWi
 
 // ---- Random sets against an address bitmap and against the nested-loop forms. ----
 
-constexpr unsigned kSpan = 512;
-using Bits = std::bitset<kSpan>;
+using Bits = std::bitset<512>;
 
 // Addresses of the set, an empty aperture counting as its base (as the relations see it) or as nothing.
 Bits cover(Set const& s, bool emptyIsOneAddress) {
@@ -76,41 +76,33 @@ Set randomSet(std::mt19937_64& rng, V const& origin, unsigned count, unsigned ma
 }
 
 // Nested-loop forms, taken straight from the operations' definitions.
-Set loopRelativeComplements(Set const& a, Set const& b) {
-  if (a.empty()) {
-    return b;
-  }
-  Set out;
-  for (auto const& x : b) {
-    std::vector<A> hits;
-    std::copy_if(a.begin(), a.end(), std::back_inserter(hits), [&x](A const& h) { return h.overlaps(x); });
-    Set pieces = hits.empty() ? Set{x} : U::getRelativeComplements(hits.front(), x);
-    if (hits.size() > 1) {
-      pieces = loopRelativeComplements(Set(hits.begin() + 1, hits.end()), pieces);
+Set loopRelativeComplements(Set const& a, Set pieces) {
+  for (auto const& h : a) {  // cut each aperture of the first set out of every piece left
+    Set next;
+    for (auto const& x : pieces) {
+      Set const rest = h.overlaps(x) ? U::getRelativeComplements(h, x) : Set{x};
+      next.insert(rest.begin(), rest.end());
     }
-    out.insert(pieces.begin(), pieces.end());
+    pieces = next;
   }
-  return out;
+  return pieces;
 }
 
 Set loopUnifications(Set const& a, Set const& b) {
+  Set const all = U::getCompressions(a, b);
   Set out;
-  for (auto const& r : U::getCompressions(a, b)) {
-    if (!U::getIntersections(a, Set{r}).empty() && !U::getIntersections(b, Set{r}).empty()) {
-      out.insert(r);
-    }
-  }
+  std::copy_if(all.begin(), all.end(), std::inserter(out, out.end()), [&](A const& r) {
+    return !U::getIntersections(a, Set{r}).empty() && !U::getIntersections(b, Set{r}).empty();
+  });
   return out;
 }
 
 Set loopConeOffenders(Set const& first, Set const& second) {
-  Set out;
   Set const regions = U::compress(second, false, false);
-  for (auto const& f : first) {
-    if (std::none_of(regions.begin(), regions.end(), [&f](A const& r) { return f.subset(r); })) {
-      out.insert(f);
-    }
-  }
+  Set out;
+  std::copy_if(first.begin(), first.end(), std::inserter(out, out.end()), [&regions](A const& f) {
+    return std::none_of(regions.begin(), regions.end(), [&f](A const& r) { return f.subset(r); });
+  });
   return out;
 }
 
@@ -174,14 +166,13 @@ TEST(HABMAddrApertureUtilsModel, SetAlgebraMatchesTheAddressBitmapAndTheLoopsEve
         ASSERT_EQ(U::getUnifications(s, y), U::getUnifications(s, Set{y})) << y;
       }
 
-      for (bool p : {false, true}) {
-        for (bool a : {false, true}) {
-          Set const cut = U::adjust(s, p, a);
-          ASSERT_EQ(cover(cut, false), cover(s, false));
-          for (auto const& piece : cut) {
-            ASSERT_TRUE(!a || piece.aligned()) << piece;
-            ASSERT_TRUE(!p || piece.getRange().isPow2()) << piece;
-          }
+      for (int pa = 0; pa < 4; ++pa) {  // each of pow2 and aligned, alone, together or neither
+        bool const p = pa & 1, a = pa & 2;
+        Set const cut = U::adjust(s, p, a);
+        ASSERT_EQ(cover(cut, false), cover(s, false));
+        for (auto const& piece : cut) {
+          ASSERT_TRUE(!a || piece.aligned()) << piece;
+          ASSERT_TRUE(!p || piece.getRange().isPow2()) << piece;
         }
       }
     }

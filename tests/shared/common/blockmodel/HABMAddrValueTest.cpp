@@ -73,8 +73,6 @@ TEST(HABMAddrValue, ReadsEdgeAndRandomTextsAsTheRulesOverBoostsReaderDo) {
     ASSERT_EQ(got, fromWide(want.value_or(0))) << '"' << text << '"';
     ASSERT_EQ(got.isValid(), want.has_value()) << '"' << text << '"';
   }
-  EXPECT_FALSE(V(""s).isValid());
-  EXPECT_EQ(V("340282366920938463463374607431768211457"s), V(1U));  // 2^128 + 1
 }
 
 // Values where the edges are: every width, powers of two and their neighbours, all ones, zero.
@@ -86,22 +84,21 @@ Wide randomWide(std::mt19937_64& rng) {
 }
 
 TEST(HABMAddrValue, PrintsEachFormPaddedButNeverCutAndEveryFormReadsBackToTheSameValue) {
-  EXPECT_EQ(V(0U).getBinStringValue(), "b0");
-  EXPECT_EQ(V(0x1000U).getPrettyHexStringValue(30), "0x0000_1000");  // whole digits
-  EXPECT_EQ(V(0xABCDEFU).getHexStringValue(4), "0xABCDEF");
-  EXPECT_EQ(V(5U).getBinStringValue(4), "b0101");
-  EXPECT_EQ(V::CONST_MAX().getIntStringValue(), "18446744073709551615");
-  // The size form: the quotient by the largest unit that divides the number, of which only 64 bits print.
-  EXPECT_EQ(V(1000U).getAbrvStringValue(), "1000");
-  EXPECT_EQ(V(0x180000U).getAbrvStringValue(), "1536K");
-  EXPECT_EQ((V::CONST_1Y() << 40).getAbrvStringValue(), "1099511627776Y");
-  std::string names;  // the named constants are their sizes
+  // Padded to whole digits, never cut; the size form divides by the largest unit that divides the number,
+  // of which only 64 bits print; the named constants are their sizes.
+  std::string names;
   for (V const* c : {&V::CONST_1K(), &V::CONST_4K(), &V::CONST_64K(), &V::CONST_1M(), &V::CONST_1G(),
                      &V::CONST_4G(), &V::CONST_1T(), &V::CONST_16T(), &V::CONST_256T(), &V::CONST_1P(),
                      &V::CONST_1E(), &V::CONST_16E(), &V::CONST_1Z(), &V::CONST_1Y()}) {
     names += c->getAbrvStringValue() + ' ';
   }
-  EXPECT_EQ(names, "1K 4K 64K 1M 1G 4G 1T 16T 256T 1P 1E 16E 1Z 1Y ");
+  EXPECT_EQ(V(0U).getBinStringValue() + ' ' + V(0x1000U).getPrettyHexStringValue(30) + ' ' +
+                V(0xABCDEFU).getHexStringValue(4) + ' ' + V(5U).getBinStringValue(4) + ' ' +
+                V::CONST_MAX().getIntStringValue() + ' ' + V(1000U).getAbrvStringValue() + ' ' +
+                V(0x180000U).getAbrvStringValue() + ' ' + (V::CONST_1Y() << 40).getAbrvStringValue() + ' ' +
+                names,
+            "b0 0x0000_1000 0xABCDEF b0101 18446744073709551615 1000 1536K 1099511627776Y "
+            "1K 4K 64K 1M 1G 4G 1T 16T 256T 1P 1E 16E 1Z 1Y ");
   // Every printed form reads back to the same value.
   std::mt19937_64 rng(7);
   for (int i = 0; i < 5000; ++i) {

@@ -112,18 +112,16 @@ TEST_F(HABMJsonFile, OddInputReadsAsItsCanonicalForm) {
        R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave","address_space_ref":"a"},"M":{"vlnv":"",)"
        R"("mode":"master","memory_map_ref":"m"}}},"contents":{"port_connections":{"e":{}}})",
        R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave"},"M":{"vlnv":"","mode":"master"}}})"},
-      {"apertures that are no array are none",
+      {"apertures and targets that are no array are none",
        R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave","address_apertures":{"offset":"0x0",)"
-       R"("range":"4K"}}}})",
-       R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave"}}})"},
+       R"("range":"4K"}}}},"contents":{"port_connections":{"n":{"source":"p","targets":{"a":1}}}})",
+       R"("boundary":{"interfaces":{"S":{"vlnv":"","mode":"slave"}}},)"
+       R"("contents":{"port_connections":{"n":{"source":"p"}}})"},
       {"a remap takes its range from the source",
        R"("boundary":{"bridges":{"b":{"source":"S","target":"M","address_remaps":[{)"
        R"("source":"0x1000:0x1FFF","target":"0x9000:0xFFFF"}]}}})",
        R"("boundary":{"bridges":{"b":{"source":"S","target":"M","address_remaps":[{)"
        R"("source":"0x1000:0x1FFF","target":"0x9000:0x9FFF"}]}}})"},
-      {"targets that are no array are none",
-       R"("contents":{"port_connections":{"n":{"source":"p","targets":{"a":1}}}})",
-       R"("contents":{"port_connections":{"n":{"source":"p"}}})"},
       {"connection paths may be absolute",
        R"("contents":{"interface_connections":{"c":{"type":"HARD","source":"a/S","target":"/b/M"}},)"
        R"("port_connections":{"n":{"source":"/p","targets":["/u/q"]}}})",
@@ -144,16 +142,10 @@ TEST_F(HABMJsonFile, RefusedInputGivesItsMessagesAndNoBlock) {
   auto const top = [](std::string const& members) {
     return R"({"top_block":{"module_name":"t",)" + members + "}}";
   };
-  auto const map = [&](std::string const& block) {
-    return top(R"("boundary":{"memory_maps":{"m":{"range":"4K","address_blocks":{"b":)" + block + "}}}}");
-  };
-  auto const iface = [&](std::string const& members) {
-    return top(R"("boundary":{"interfaces":{"S":{"vlnv":"")" + members + "}}}");
-  };
+  std::string const map = R"("boundary":{"memory_maps":{"m":{"range":"4K","address_blocks":{"b":)";
+  std::string const iface = R"("boundary":{"interfaces":{"S":{"vlnv":"")";
   std::size_t const deep = HABMJsonReader::MAX_NESTING + 1;
-  std::string const parse = "@90-2@%s";
-  std::string const missing = "@90-9@%s";
-  std::string const read = "@90-4@%s";
+  std::string const parse = "@90-2@%s", missing = "@90-9@%s", read = "@90-4@%s";
   // What each case shows, the text of the file, and the first message of two; none for one.
   std::string const cases[][3] = {
       {"empty", "", parse},
@@ -172,15 +164,17 @@ TEST_F(HABMJsonFile, RefusedInputGivesItsMessagesAndNoBlock) {
       {"segment range",
        top(R"("boundary":{"address_spaces":{"s":{"range":"4K","address_segments":{"g":{"offset":"0"}}}}})"),
        missing},
-      {"address block type", map(R"({"offset":"0","range":"1K"})"), missing},
+      {"address block type", top(map + R"({"offset":"0","range":"1K"}}}}})"), missing},
       {"register width",
-       map(R"({"type":"memory","offset":"0","range":"1K","registers":{"r":{"offset":"0"}}})"), missing},
+       top(map + R"({"type":"memory","offset":"0","range":"1K","registers":{"r":{"offset":"0"}}}}}}})"),
+       missing},
       {"assignment target",
        top(R"("contents":{"address_assignments":{"a":{"type":"internal","source":"m/b","offset":"0",)"
            R"("range":"1K"}}})"),
        missing},
-      {"interface mode", iface(""), missing},
-      {"port map physical port", iface(R"(,"mode":"slave","port_maps":{"CLK":{"logical_left":3}})"), missing},
+      {"interface mode", top(iface + "}}}"), missing},
+      {"port map physical port", top(iface + R"(,"mode":"slave","port_maps":{"CLK":{"logical_left":3}}}}})"),
+       missing},
       {"bridge target", top(R"("boundary":{"bridges":{"b":{"source":"S"}}})"), missing},
       {"interface connection source", top(R"("contents":{"interface_connections":{"c":{"target":"x"}}})"),
        missing},
@@ -197,16 +191,6 @@ TEST_F(HABMJsonFile, RefusedInputGivesItsMessagesAndNoBlock) {
   ComMsgCapture capture;
   EXPECT_EQ(HABMBlock::readTopBlock(HUTFile(path("missing.bm"))), nullptr);
   EXPECT_EQ(capture.formats(), std::vector<std::string>{read});
-}
-
-// Its high address would wrap and read back as another remap: rather no file than a changed design.
-TEST_F(HABMJsonFile, ARemapPastTheTopOfTheAddressSpaceIsNotWritten) {
-  auto top = HABMBlock::createTopBlock("t");
-  HABMAddrRemap const wrapping(std::string("0xFFFF_FFFF_FFFF_FFFF_FFFF_FFFF_FFFF_FFF0[0x20],0x0[0x20]"));
-  ASSERT_EQ(wrapping.getRange(), HABMAddrValue(0x20U));
-  top->createBridge("b")->setRemaps({wrapping});
-  EXPECT_FALSE(HABMBlock::writeTopBlock(HUTFile(path("wrap.bm")), *top, false));
-  EXPECT_FALSE(std::filesystem::exists(path("wrap.bm")));
 }
 
 TEST_F(HABMJsonFile, ReadsIntoABlockKeepWhatCameBeforeAFailureAndReplaceEmptiesWhatMergeKeeps) {
@@ -236,7 +220,9 @@ TEST_F(HABMJsonFile, ReadsIntoABlockKeepWhatCameBeforeAFailureAndReplaceEmptiesW
                                   R"("0x400"}}},"contents":{"sub_blocks":{"u":{"module_name":"x"}}}}})"s);
 }
 
-TEST_F(HABMJsonFile, FailedWritesLeaveWhatWasThereAndNoTemporaryFile) {
+// A remap past the top of the address space would wrap and read back as another remap: rather no file than
+// a changed design.
+TEST_F(HABMJsonFile, FailedWritesAndWrappingRemapsLeaveWhatWasThereAndNoFile) {
   auto const top = HABMBlock::createTopBlock("m");
   std::filesystem::create_directories(dir_ / "folder.bm");
   put(path("folder.bm/precious"), "precious");
@@ -246,8 +232,11 @@ TEST_F(HABMJsonFile, FailedWritesLeaveWhatWasThereAndNoTemporaryFile) {
     EXPECT_EQ(capture.formats(), std::vector<std::string>{"@90-7@%s"});
   }
   EXPECT_EQ(bytes(path("folder.bm/precious")), "precious");
+  top->createBridge("b")->setRemaps(
+      {HABMAddrRemap(std::string("0xFFFF_FFFF_FFFF_FFFF_FFFF_FFFF_FFFF_FFF0[0x20],0x0[0x20]"))});
+  EXPECT_FALSE(HABMBlock::writeTopBlock(HUTFile(path("wrap.bm")), *top, false));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir_), std::filesystem::directory_iterator()),
-            1);
+            1);  // only the folder
 }
 
 }  // namespace

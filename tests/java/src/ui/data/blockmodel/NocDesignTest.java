@@ -2,17 +2,14 @@
 package ui.data.blockmodel;
 
 import static org.junit.jupiter.api.Assertions.assertEquals;
-import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertNotEquals;
 import static org.junit.jupiter.api.Assertions.assertNull;
+import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
-import java.io.IOException;
 import java.nio.charset.StandardCharsets;
-import java.util.ArrayDeque;
 import java.util.ArrayList;
 import java.util.Arrays;
-import java.util.Deque;
 import java.util.HashMap;
 import java.util.HashSet;
 import java.util.List;
@@ -25,30 +22,22 @@ import org.junit.jupiter.api.Test;
 class NocDesignTest {
   private static long top;
   private static DesignBlock design;
-  private static List<DesignBlock> blocks;
-  private static Map<String, NocInterface> interfacesByPath;
+  private static final List<DesignBlock> blocks = new ArrayList<>();
+  private static final Map<String, NocInterface> interfacesByPath = new HashMap<>();
 
   @BeforeAll
   static void read() {
     top = TestNatives.readTopBlock(System.getProperty("mz.examples") + "/noc.bm");
     assertNotEquals(0, top);
     design = DesignBlock.fromHandle(top);
-    blocks = new ArrayList<>();
-    Deque<DesignBlock> stack = new ArrayDeque<>(List.of(design));
-    while (!stack.isEmpty()) {
-      DesignBlock block = stack.pop();
-      blocks.add(block);
-      List<DesignBlock> children = new ArrayList<>(block.getSubBlocks());
-      for (int i = children.size() - 1; i >= 0; --i) {
-        stack.push(children.get(i));
-      }
-    }
-    interfacesByPath = new HashMap<>();
-    for (DesignBlock block : blocks) {
-      for (NocInterface nocInterface : block.getNocInterfaces(false)) {
-        interfacesByPath.put(nocInterface.getPath(), nocInterface);
-      }
-    }
+    walk(design);
+  }
+
+  /** Depth first, parents before their sub-blocks, as bmtool lists them. */
+  private static void walk(DesignBlock block) {
+    blocks.add(block);
+    block.getNocInterfaces(false).forEach(nocInterface -> interfacesByPath.put(nocInterface.getPath(), nocInterface));
+    block.getSubBlocks().forEach(NocDesignTest::walk);
   }
 
   @AfterAll
@@ -56,7 +45,8 @@ class NocDesignTest {
     TestNatives.deleteTopBlock(top);
   }
 
-  private static List<List<String>> bmtoolInfo() throws IOException, InterruptedException {
+  @Test
+  void treeAndNocCountsMatchBmtool() throws Exception {
     ProcessBuilder command = new ProcessBuilder(System.getProperty("mz.bmtool"), "info",
         System.getProperty("mz.examples") + "/noc.bm").redirectErrorStream(true);
     // A sanitizer runtime preloaded into the JVM is not the one bmtool carries.
@@ -64,19 +54,12 @@ class NocDesignTest {
     Process bmtool = command.start();
     String out = new String(bmtool.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
     assertEquals(0, bmtool.waitFor(), out);
-    return out.lines().filter(line -> !line.isBlank()).map(line -> Arrays.asList(line.trim().split("\\s+")))
-        .collect(Collectors.toList());
-  }
-
-  @Test
-  void treeAndNocCountsMatchBmtool() throws Exception {
-    List<List<String>> info = bmtoolInfo();
+    List<List<String>> info = out.lines().filter(line -> !line.isBlank())
+        .map(line -> Arrays.asList(line.trim().split("\\s+"))).collect(Collectors.toList());
     for (int i = 0; i < blocks.size(); ++i) {
       DesignBlock block = blocks.get(i);
-      List<String> row = new ArrayList<>(List.of(block.getInstancePath(), block.getModuleName()));
-      if (!block.getModuleVlnv().isEmpty()) {
-        row.add(block.getModuleVlnv());
-      }
+      List<String> row = new ArrayList<>(List.of(block.getInstancePath(), block.getModuleName(), block.getModuleVlnv()));
+      row.removeIf(String::isEmpty);
       assertEquals(info.get(i + 1), row);
     }
     Map<String, String> counts = new HashMap<>();
@@ -90,22 +73,13 @@ class NocDesignTest {
   }
 
   @Test
-  void treeLinksAgree() {
+  void treeAndConnectionLinksAgree() {
     assertNull(design.getParent());
-    for (DesignBlock block : blocks.subList(1, blocks.size())) {
-      DesignBlock parent = block.getParent();
-      assertEquals(block, parent.getSubBlock(block.getInstanceName()));
-      assertEquals(block, design.findSubBlock(block.getInstancePath(), true));
-      assertTrue(parent.getSubBlocks().contains(block));
-    }
-    assertEquals(new HashSet<>(blocks.subList(1, blocks.size())), new HashSet<>(design.findSubBlocks("*", true)));
-    assertEquals(List.of(design.getSubBlock("accel")), new ArrayList<>(design.findSubBlocks("/acc*", false)));
-    assertNull(design.getSubBlock("no_such_block"));
-  }
-
-  @Test
-  void connectionsMeetTheInterfacesTheyName() {
     for (DesignBlock block : blocks) {
+      if (block != design) {
+        assertEquals(block, block.getParent().getSubBlock(block.getInstanceName()));
+        assertEquals(block, design.findSubBlock(block.getInstancePath(), true));
+      }
       assertEquals(block.hasNocConnections(false), !block.getNocConnections(false).isEmpty());
       for (NocConnection connection : block.getNocConnections(false)) {
         assertEquals(block, connection.getParent());
@@ -121,6 +95,9 @@ class NocDesignTest {
             connection.isPrimary(), connection.getPath());
       }
     }
+    assertEquals(new HashSet<>(blocks.subList(1, blocks.size())), new HashSet<>(design.findSubBlocks("*", true)));
+    assertEquals(List.of(design.getSubBlock("accel")), new ArrayList<>(design.findSubBlocks("/acc*", false)));
+    assertNull(design.getSubBlock("no_such_block"));
   }
 
   @Test
@@ -139,9 +116,7 @@ class NocDesignTest {
         assertTrue(path.getNocConnections().contains(path.getPrimaryConnection()));
         assertTrue(path.getPrimaryConnection().isPrimary());
       }
-      for (NocInterface virtual : path.getVNocInterfaces()) {
-        assertTrue(virtual.getNocMode().name().startsWith("V"));
-      }
+      path.getVNocInterfaces().forEach(virtual -> assertTrue(virtual.getNocMode().name().startsWith("V")));
     }
     assertEquals(List.of("/accel/core/M_AXI_nmu->/accel/vnmu0->/ddr/S_AXI_nsu", "/cpu/M_AXI_nmu->/ddr/S_AXI_nsu",
         "/cpu/M_AXI_nmu->/plram/S_AXI_nsu", "/dma/M_AXIS_nmu->/accel/vnsu0->/accel/core/S_AXIS_nsu",
@@ -149,11 +124,9 @@ class NocDesignTest {
 
     try (NocPathSet chosen = new NocPathSet()) {
       NocPath first = paths.iterator().next();
-      assertTrue(chosen.add(first));
-      assertFalse(chosen.add(first));
+      assertEquals(List.of(true, false), List.of(chosen.add(first), chosen.add(first)));
       assertEquals(List.of(first), new ArrayList<>(chosen));
-      assertTrue(chosen.remove(first));
-      assertFalse(chosen.remove(first));
+      assertEquals(List.of(true, false), List.of(chosen.remove(first), chosen.remove(first)));
       assertEquals(0, chosen.size());
     }
     assertEquals(0, NocPath.createNocPaths(null).size());
@@ -169,6 +142,12 @@ class NocDesignTest {
     NocInterface nsu = interfacesByPath.get("/ddr/S_AXI_nsu");
     assertEquals(12, nsu.getDestId());
     assertEquals(design.getSubBlock("ddr"), nsu.getParent());
+    // Aperture sets cross as sets, and a null one raises before the call.
+    assertEquals("0x0[2G]", TestNatives.aperturesText(nsu.getApertures().handle));
+    blockmodeli.NocInterface_setApertures(nsu.handle, TestNatives.makeApertures("0x1000[4K] 0x0[1K]"));
+    assertEquals("0x0[1K] 0x1000[4K]", TestNatives.aperturesText(nsu.getApertures().handle));
+    assertEquals("HABMAddrApertures const & reference is null",
+        assertThrows(NullPointerException.class, () -> nsu.setApertures(null)).getMessage());
 
     long parameters = blockmodeli.NocInterface_getParameters(nmu.handle);
     assertEquals(4, TestNatives.parameterCount(parameters));
@@ -180,12 +159,10 @@ class NocDesignTest {
     List<String> marked = new ArrayList<>();
     for (DesignBlock block : blocks) {
       DesignBlock ancestor = block.getRswAncestor();
-      String marks = (block.isBlockRsw() ? " rsw" : "") + (ancestor != null ? " below " + ancestor : "")
-          + (block.isVisible() ? "" : " hidden") + (block.getTransparent() ? "" : " opaque");
-      if (!marks.isEmpty()) {
-        marked.add(block + marks);
-      }
+      marked.add(block + (block.isBlockRsw() ? " rsw" : "") + (ancestor != null ? " below " + ancestor : "")
+          + (block.isVisible() ? "" : " hidden") + (block.getTransparent() ? "" : " opaque"));
     }
+    marked.removeIf(mark -> !mark.contains(" "));  // the unmarked
     assertEquals(List.of("/accel rsw", "/accel/core below /accel"), marked);
   }
 }

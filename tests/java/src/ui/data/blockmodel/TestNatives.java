@@ -18,11 +18,8 @@ final class TestNatives {
   static native int echoCalls();
   /** The UTF-8 bytes the native side received, in hex. */
   static native String utf8Hex(String text);
-  static native void throwHexAll(String text);
-  static native void throwEmptyHexAll();
-  static native void throwBadAlloc();
-  static native void throwStdException(String text);
-  static native void throwUnknown();
+  /** Throws a message, an empty HEXAll, bad_alloc, a standard exception, or (4) anything else. */
+  static native void throwKind(int kind, String text);
   static native long makeAperture(String text);
   static native long makeApertures(String texts);
   static native String aperturesText(long apertures);
