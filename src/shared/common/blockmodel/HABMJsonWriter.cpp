@@ -33,9 +33,11 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 #include <memory>
 #include <ostream>
 #include <set>
+#include <vector>
 
 // Where the members of the document go: the JSON text, emitted as the tree is walked. Building a
 // document in memory first would cost more than the text itself (RapidJSON gives every object room for
@@ -86,41 +88,82 @@ using Keys = HABMJsonUtils;
 constexpr char kPrettyParam[] = "project.prettyBlockModelWriter";
 
 // A RapidJSON output stream over std::ostream that hands the text on in large pieces: the per-character
-// path of a filtering stream would dominate the write.
+// path of a filtering stream would dominate the write. The writer reserves room for a whole token before
+// putting its characters (`PutReserve`, `PutUnsafe` below), so that a character costs one store.
 class ChunkedOStream {
  public:
   using Ch = char;
-  explicit ChunkedOStream(std::ostream& out) : out_(out) {}
+  explicit ChunkedOStream(std::ostream& out) : out_(out), buffer_(kChunk) { rewind(); }
   void Put(char c) {
-    if (used_ == sizeof buffer_) {
+    reserve(1);
+    *cursor_++ = c;
+  }
+  void putUnsafe(char c) { *cursor_++ = c; }
+  /// Puts a string that needs no escapes, quoted.
+  void putQuoted(std::string const& text) {
+    reserve(text.size() + 2);
+    *cursor_++ = '"';
+    std::memcpy(cursor_, text.data(), text.size());
+    cursor_ += text.size();
+    *cursor_++ = '"';
+  }
+  /// Room for `count` more characters: the buffer is handed on first, and grows for a token that
+  /// would not fit it even empty.
+  void reserve(std::size_t count) {
+    if (static_cast<std::size_t>(end_ - cursor_) < count) {
       Flush();
+      if (buffer_.size() < count) {
+        buffer_.resize(count);
+        rewind();
+      }
     }
-    buffer_[used_++] = c;
   }
   void Flush() {
-    out_.write(buffer_, static_cast<std::streamsize>(used_));
-    used_ = 0;
+    out_.write(buffer_.data(), cursor_ - buffer_.data());
+    cursor_ = buffer_.data();
   }
 
  private:
+  static constexpr std::size_t kChunk = 1 << 16;
+  void rewind() {
+    cursor_ = buffer_.data();
+    end_ = buffer_.data() + buffer_.size();
+  }
+
   std::ostream& out_;
-  std::size_t used_ = 0;
-  char buffer_[1 << 16];
+  std::vector<char> buffer_;
+  char* cursor_ = nullptr;
+  char* end_ = nullptr;
 };
+
+// Found by argument-dependent lookup from RapidJSON's writers, before its per-character defaults.
+[[maybe_unused]] void PutReserve(ChunkedOStream& stream, std::size_t count) {
+  stream.reserve(count);
+}
+[[maybe_unused]] void PutUnsafe(ChunkedOStream& stream, char c) {
+  stream.putUnsafe(c);
+}
 
 // The emitter over one of RapidJSON's writers, counting members per open object.
 template <class Writer>
 class WriterOut final : public HABMJsonWriter::Out {
  public:
-  explicit WriterOut(ChunkedOStream& sink) : writer_(sink) {}
+  explicit WriterOut(ChunkedOStream& sink) : sink_(sink), writer_(sink) {}
   Writer& writer() { return writer_; }
 
   void key(std::string const& k) override {
     ++members_.back();
-    ok_ = writer_.Key(k.data(), static_cast<rapidjson::SizeType>(k.size()), true) && ok_;
+    string(k);
   }
   void string(std::string const& s) override {
-    ok_ = writer_.String(s.data(), static_cast<rapidjson::SizeType>(s.size()), true) && ok_;
+    if (isPlain(s)) {
+      // The writer puts the separator before it, the text goes in one piece: the writer's own loop
+      // stores character by character. Names and values almost never need an escape.
+      ok_ = writer_.RawValue("", 0, rapidjson::kStringType) && ok_;
+      sink_.putQuoted(s);
+    } else {
+      ok_ = writer_.String(s.data(), static_cast<rapidjson::SizeType>(s.size()), true) && ok_;
+    }
   }
   void boolean(bool b) override { ok_ = writer_.Bool(b) && ok_; }
   void integer(int i) override { ok_ = writer_.Int(i) && ok_; }
@@ -150,7 +193,17 @@ class WriterOut final : public HABMJsonWriter::Out {
  private:
   // A file the reader would refuse as too deep is not written at all.
   void enter() { ok_ = ++depth_ <= HABMJsonReader::MAX_NESTING && ok_; }
+  // What RapidJSON's writers escape: the control characters, the quote and the backslash.
+  static bool isPlain(std::string const& text) {
+    for (char const c : text) {
+      if (static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\') {
+        return false;
+      }
+    }
+    return true;
+  }
 
+  ChunkedOStream& sink_;
   Writer writer_;
   std::vector<std::size_t> members_ = {0};
   unsigned depth_ = 0;

@@ -15,6 +15,10 @@
 #include "HABMTestFiles.h"
 
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include <filesystem>
 #include <regex>
@@ -88,6 +92,33 @@ TEST_F(HABMJsonFile, ExampleRoundTripsAndItsPrettyTextIsItsOwn) {
     EXPECT_EQ(bytes(path("pretty.bm")) + "\n", text) << inside;
   }
   HUTEnv::setHostInsideOrvane(false);
+}
+
+// Texts go out with RapidJSON's escapes, whether the writer copies them whole or lets RapidJSON escape them:
+// names and values holding every byte, compact and pretty, give what RapidJSON writes for the same document.
+TEST_F(HABMJsonFile, EveryByteIsWrittenAsRapidJsonWritesIt) {
+  auto top = HABMBlock::createTopBlock("top");
+  for (int byte = 1; byte < 256; ++byte) {
+    std::string const text = "a" + std::string(1, static_cast<char>(byte)) + "z";
+    top->createAttribute("name" + std::to_string(byte) + text, text + "\u00e9");
+  }
+  top->createAttribute(std::string(70000, 'x'), std::string(70000, '"'));  // beyond the writer's buffer
+  for (bool const pretty : {false, true}) {
+    HPAParamOverride param("project.prettyBlockModelWriter", pretty ? "true" : "false");
+    std::string const text = written(*top);
+    rapidjson::Document document;
+    ASSERT_FALSE(document.Parse(text.data(), text.size()).HasParseError()) << pretty;
+    rapidjson::StringBuffer buffer;
+    if (pretty) {
+      rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+      writer.SetIndent(' ', 2);
+      document.Accept(writer);
+    } else {
+      rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+      document.Accept(writer);
+    }
+    EXPECT_EQ(text, buffer.GetString()) << pretty;
+  }
 }
 
 // Each odd input, in a file whose schema is not this library's, reads as the tree that the text the
