@@ -14,6 +14,7 @@ struct MsgState {
   std::vector<std::string> scopes;
   std::vector<std::pair<ComMsgMgr::ListenerId, ComMsgMgr::Listener>> listeners;
   ComMsgMgr::ListenerId nextId = 1;
+  ComMsgHold* hold = nullptr;  // the innermost
 };
 
 MsgState& state() {
@@ -47,6 +48,10 @@ void ComMsgMgr::sendMessage(ComMsgMgrInstance const& message) {
 }
 
 void ComMsgMgr::deliver(ComMsgRecord const& record) {
+  if (ComMsgHold* hold = state().hold) {
+    hold->records_.push_back(record);
+    return;
+  }
   // A snapshot, so that a listener may add or remove listeners while it is being called.
   auto const listeners = state().listeners;
   for (auto const& entry : listeners) {
@@ -116,6 +121,28 @@ ComMsgScopeGuard::ComMsgScopeGuard(std::string scope, bool on)
 
 ComMsgScopeGuard::~ComMsgScopeGuard() {
   ComMsgMgr::setScope(scope_, wasOn_);
+}
+
+ComMsgHold::ComMsgHold() : outer_(state().hold) {
+  state().hold = this;
+}
+
+ComMsgHold::~ComMsgHold() {
+  if (active_) {
+    state().hold = outer_;
+  }
+}
+
+void ComMsgHold::release() {
+  if (!active_) {
+    return;
+  }
+  active_ = false;
+  state().hold = outer_;
+  std::vector<ComMsgRecord> const records = std::move(records_);
+  for (ComMsgRecord const& record : records) {
+    ComMsgMgr::deliver(record);
+  }
 }
 
 ComMsgCapture::ComMsgCapture() : guard_([this](ComMsgRecord const& record) { records_.push_back(record); }) {}

@@ -94,6 +94,26 @@ class ComMsgScopeGuard {
   bool wasOn_;
 };
 
+/// Holds back every message sent during its lifetime: `release()` hands them on in order (to an enclosing
+/// hold, or to the listeners); a hold destroyed unreleased drops them. Lets a reader that may have to start
+/// over report only what its final attempt said. Holds nest; they must end in the reverse order of their
+/// start.
+class ComMsgHold {
+ public:
+  ComMsgHold();
+  ~ComMsgHold();
+  ComMsgHold(ComMsgHold const&) = delete;
+  ComMsgHold& operator=(ComMsgHold const&) = delete;
+
+  void release();
+
+ private:
+  friend class ComMsgMgr;
+  std::vector<ComMsgRecord> records_;
+  ComMsgHold* outer_;
+  bool active_ = true;
+};
+
 /// Collects every message sent during its lifetime; for tests and for tools that report at the end.
 class ComMsgCapture {
  public:

@@ -90,6 +90,29 @@ TEST(ComMsgMgr, ListenersAreCalledInOrderAndMayRemoveThemselvesWhileCalled) {
   EXPECT_EQ(calls, (std::vector<int>{1, 2, 2}));
 }
 
+TEST(ComMsgMgr, HeldMessagesGoOnInOrderWhenReleasedThroughEnclosingHoldsAndAreDroppedOtherwise) {
+  ComMsgCapture capture;
+  auto const send = [](char const* text) { sendMsg::eval(1, __FILE__, __LINE__, "t", 0U, "%s", text); };
+  {
+    ComMsgHold outer;
+    send("a");
+    {
+      ComMsgHold dropped;
+      send("lost");
+    }
+    {
+      ComMsgHold inner;
+      send("b");
+      inner.release();
+      send("c");  // back in the outer hold
+    }
+    EXPECT_TRUE(capture.records().empty());
+    outer.release();
+    send("d");
+  }
+  EXPECT_EQ(capture.texts(), (std::vector<std::string>{"a", "b", "c", "d"}));
+}
+
 TEST(ComMsgMgr, PrintsTheStrongestSeverityTheIdAndEachLineOfTheText) {
   std::string words;
   for (unsigned mask : {0x30000000U, 0x18000000U, 0x9000000U, 0x1000002U, 0x2U}) {
