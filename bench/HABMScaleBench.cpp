@@ -5,8 +5,8 @@
 // MZ_BENCH_HUGE is set), 5 ports and 5 attributes per block, NoC interfaces and links on every leaf. Each
 // file benchmark reports `ratio`: the median over its iterations of its time over the floor's, both
 // measured in the same iteration; what either returns is destroyed after the clock stops (BM_Teardown
-// times the model's destruction). Per-object costs are in `ns_per_block`. Files go to /dev/shm when it exists, so that the disk's sync time does not
-// hide the work (MZ_BENCH_DIR overrides).
+// times the model's destruction). Per-object costs are in `ns_per_block`. Files go to /dev/shm when it
+// exists, so that the disk's sync time does not hide the work (MZ_BENCH_DIR overrides).
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMBlockChecker.h"
 #include "blockmodel/HABMNocPath.h"
@@ -32,11 +32,11 @@
 #include <malloc.h>
 #include <map>
 #include <string>
-#include <vector>
 #include <sys/wait.h>
 #include <time.h>
 #include <type_traits>
 #include <unistd.h>
+#include <vector>
 #include <zlib.h>
 
 namespace {

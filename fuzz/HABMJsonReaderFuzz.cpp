@@ -1,10 +1,12 @@
-// HABMJsonReaderFuzz.cpp: feeds arbitrary bytes to the block model reader. Whatever reads must hold the
-// model's invariants, pass through the design-rule checks, write, read back and write again to the same
-// bytes.
+// HABMJsonReaderFuzz.cpp: feeds arbitrary bytes to the block model reader. The streamed read must give
+// what the whole-document read gives; whatever reads must hold the model's invariants, pass through the
+// design-rule checks, write, read back and write again to the same bytes.
 #include "blockmodel/HABMBlock.h"
 #include "blockmodel/HABMBlockChecker.h"
 #include "blockmodel/HABMBridge.h"
+#include "blockmodel/HABMJsonReader.h"
 #include "blockmodel/HABMNocConnection.h"
+#include "msg/ComMsgMgr.h"
 #include "util/HUTFile.h"
 
 #include <cstddef>
@@ -75,9 +77,25 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
     std::ofstream out(input, std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<char const*>(data), static_cast<std::streamsize>(size));
   }
+  // The streamed read and the whole-document read say the same and build the same tree.
+  ComMsgCapture streamed;
   auto const block = HABMBlock::readTopBlock(HUTFile(input));
+  std::vector<std::string> const streamedTexts = streamed.texts();
+  ComMsgCapture whole;
+  auto reference = HABMBlock::createTopBlock("input");
+  bool const read = HABMJsonReader::readBlock(HUTFile(input), *reference, HABMJsonReader::MODE_REPLACE);
+  if (read != (block != nullptr) || whole.texts() != streamedTexts) {
+    __builtin_trap();
+  }
   if (!block) {
     return 0;
+  }
+  std::string const viaWhole = scratch("whole.bm");
+  std::string const viaStream = scratch("stream.bm");
+  if (HABMBlock::writeTopBlock(HUTFile(viaWhole), *reference, true) !=
+          HABMBlock::writeTopBlock(HUTFile(viaStream), *block, true) ||
+      slurp(viaWhole) != slurp(viaStream)) {
+    __builtin_trap();
   }
   if (!block->check().empty()) {
     __builtin_trap();

@@ -124,11 +124,7 @@ std::unique_ptr<HABMBlock> HABMBlock::readTopBlock(HUTFile const& file) {
   try {
     std::string baseName;
     file.getBaseName(baseName);
-    std::unique_ptr<HABMBlock> block = createTopBlock(baseName);
-    if (!HABMJsonReader::readBlock(file, *block, HABMJsonReader::MODE_REPLACE)) {
-      block.reset();
-    }
-    return block;
+    return HABMJsonReader::readTopBlock(file, baseName);
   } catch (...) {
     // Out of memory before the read began: a failed read like any other.
     HABMJsonReader::reportFailedRead(file.getPath());

@@ -22,6 +22,7 @@
 #include "blockmodel/HABMRegister.h"
 #include "blockmodel/HABMRegisterField.h"
 #include "blockmodel/detail/HABMFileWrite.h"
+#include "blockmodel/detail/HABMJsonValue.h"
 #include "blockmodel/detail/HABMKinds.h"
 #include "isl/iostreams/filtering_stream.h"
 #include "json/HCRapidJsonReadWriteUtils.h"
@@ -32,8 +33,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <istream>
+#include <vector>
 
 namespace {
 
@@ -124,13 +125,7 @@ bool parseDocument(std::istream& in, std::string const& path, std::string& text,
                    rapidjson::Document& document) {
   // The whole text is read first and parsed in place: parsing from memory is several times faster than
   // through the character-wise stream adapter, and in place the strings are neither copied nor allocated.
-  // The file's size is a good first guess for the text's (exact when it is not compressed): it saves the
-  // copies of a growing buffer.
-  std::error_code ec;
-  auto const size = std::filesystem::file_size(std::filesystem::path(path), ec);
-  if (!ec && size < (std::size_t{1} << 32)) {
-    text.reserve(static_cast<std::size_t>(size) + 1);
-  }
+  text.reserve(habm_detail::expectedTextSize(path) + 1);
   constexpr std::size_t kChunk = 1 << 16;
   for (;;) {
     std::size_t const filled = text.size();
@@ -170,12 +165,6 @@ bool parseDocument(std::istream& in, std::string const& path, std::string& text,
 }
 
 }  // namespace
-
-class HABMJsonReader::Value {
- public:
-  explicit Value(rapidjson::Value const& value) : json(value) {}
-  rapidjson::Value const& json;
-};
 
 using habm_detail::ChildKind;
 using habm_detail::Kind;
@@ -262,71 +251,87 @@ bool HABMJsonReader::unmarshalSet(Value const& object, std::string const& key, s
   return result;
 }
 
+namespace {
+
+rapidjson::Value const* groupOf(rapidjson::Value const& json, habm_detail::Group group) {
+  switch (group) {
+    case habm_detail::Group::CONFIGURATION:
+      return Keys::getJsonValue(json, Keys::STR_CONFIGURATION(), false);
+    case habm_detail::Group::BOUNDARY:
+      return Keys::getJsonValue(json, Keys::STR_BOUNDARY(), false);
+    case habm_detail::Group::CONTENTS:
+      return Keys::getJsonValue(json, Keys::STR_CONTENTS(), false);
+    case habm_detail::Group::NONE:
+      break;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+template <class Kinds>
+bool HABMJsonReader::readCollections(Value const& object, HABMBlock& block, Kinds kinds) const {
+  // Each collection stops the block's read when it failed; inside one, every member is still read.
+  return habm_detail::forEachKindWhile(kinds, [&](auto kind) {
+    using K = decltype(kind);
+    rapidjson::Value const* group = groupOf(object.json, K::GROUP);
+    if (group == nullptr) {
+      return unmarshalCollection<K>(nullptr, block);
+    }
+    Value const wrapped(*group);
+    return unmarshalCollection<K>(&wrapped, block);
+  });
+}
+
+bool HABMJsonReader::readHead(Value const& object, HABMBlock& block) const {
+  rapidjson::Value const& json = object.json;
+  std::string text;
+  if (!Keys::getJsonString(json, Keys::STR_MODULE_NAME(), text, true)) {
+    return false;
+  }
+  block.setModuleName(text);
+  text.clear();
+  Keys::getJsonString(json, Keys::STR_VLNV(), text, false);
+  block.setModuleVlnv(text);
+  text.clear();
+  Keys::getJsonString(json, Keys::STR_ENABLEMENT(), text, false);
+  block.setEnablement(text);
+  text = "0x0";
+  Keys::getJsonString(json, Keys::STR_BASE_ADDRESS(), text, false);
+  block.setBaseAddress(HABMAddrValue(text));
+  bool flag = false;
+  Keys::getJsonBoolean(json, Keys::STR_VALID(), flag, false);
+  block.setValidated(flag);
+  text.clear();
+  Keys::getJsonString(json, Keys::STR_LOCK(), text, false);
+  block.setLocked(HABMBlock::encodeLockState(text));
+  flag = true;
+  Keys::getJsonBoolean(json, Keys::STR_TRANSPARENT(), flag, false);
+  block.setTransparent(flag);
+  return readCollections(object, block, habm_detail::ReadBeforeSubBlocks{});
+}
+
+bool HABMJsonReader::readTail(Value const& object, HABMBlock& block) const {
+  return readCollections(object, block, habm_detail::ReadAfterSubBlocks{});
+}
+
+void HABMJsonReader::enterSubBlocks(HABMBlock& block) const {
+  if (replacing()) {
+    Kind<ChildKind::SUB_BLOCK>::list(block).clear();
+  }
+}
+
 bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& top) const {
   // A block's sub-blocks are read, whole, between its other collections; the tree is walked on a stack of
   // our own, so that a deep file does not exhaust the thread's.
-  auto const groupOf = [](rapidjson::Value const& json, habm_detail::Group group) -> rapidjson::Value const* {
-    switch (group) {
-      case habm_detail::Group::CONFIGURATION:
-        return Keys::getJsonValue(json, Keys::STR_CONFIGURATION(), false);
-      case habm_detail::Group::BOUNDARY:
-        return Keys::getJsonValue(json, Keys::STR_BOUNDARY(), false);
-      case habm_detail::Group::CONTENTS:
-        return Keys::getJsonValue(json, Keys::STR_CONTENTS(), false);
-      case habm_detail::Group::NONE:
-        break;
-    }
-    return nullptr;
-  };
-  // Each collection stops the block's read when it failed; inside one, every member is still read.
-  auto const readCollections = [&](HABMBlock& block, rapidjson::Value const& json, auto kinds) {
-    return habm_detail::forEachKindWhile(kinds, [&](auto kind) {
-      using K = decltype(kind);
-      rapidjson::Value const* group = groupOf(json, K::GROUP);
-      if (group == nullptr) {
-        return unmarshalCollection<K>(nullptr, block);
-      }
-      Value const wrapped(*group);
-      return unmarshalCollection<K>(&wrapped, block);
-    });
-  };
-  // The block's own fields and the collections before its sub-blocks; false when its read stops there.
-  auto const readHead = [&](HABMBlock& block, rapidjson::Value const& json) {
-    std::string text;
-    if (!Keys::getJsonString(json, Keys::STR_MODULE_NAME(), text, true)) {
-      return false;
-    }
-    block.setModuleName(text);
-    text.clear();
-    Keys::getJsonString(json, Keys::STR_VLNV(), text, false);
-    block.setModuleVlnv(text);
-    text.clear();
-    Keys::getJsonString(json, Keys::STR_ENABLEMENT(), text, false);
-    block.setEnablement(text);
-    text = "0x0";
-    Keys::getJsonString(json, Keys::STR_BASE_ADDRESS(), text, false);
-    block.setBaseAddress(HABMAddrValue(text));
-    bool flag = false;
-    Keys::getJsonBoolean(json, Keys::STR_VALID(), flag, false);
-    block.setValidated(flag);
-    text.clear();
-    Keys::getJsonString(json, Keys::STR_LOCK(), text, false);
-    block.setLocked(HABMBlock::encodeLockState(text));
-    flag = true;
-    Keys::getJsonBoolean(json, Keys::STR_TRANSPARENT(), flag, false);
-    block.setTransparent(flag);
-    return readCollections(block, json, habm_detail::ReadBeforeSubBlocks{});
-  };
-  // The sub-blocks' collection, cleared first when replacing; null when the contents are absent, or when
-  // the collection is not an object and so has no members.
+  // The sub-blocks' collection; null when the contents are absent, or when the collection is not an object
+  // and so has no members.
   auto const subBlocksOf = [&](HABMBlock& block, rapidjson::Value const& json) -> rapidjson::Value const* {
     rapidjson::Value const* contents = groupOf(json, habm_detail::Group::CONTENTS);
     if (contents == nullptr) {
       return nullptr;
     }
-    if (replacing()) {
-      Kind<ChildKind::SUB_BLOCK>::list(block).clear();
-    }
+    enterSubBlocks(block);
     rapidjson::Value const* collection =
         Keys::getJsonValue(*contents, Kind<ChildKind::SUB_BLOCK>::key(), false);
     return collection != nullptr && collection->IsObject() ? collection : nullptr;
@@ -342,7 +347,7 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& top) const {
   std::vector<Frame> stack;
   // Starts a block's read; false, pushing nothing, when the read stopped before its sub-blocks.
   auto const enter = [&](HABMBlock& block, rapidjson::Value const& json) {
-    if (!readHead(block, json)) {
+    if (!readHead(Value(json), block)) {
       return false;
     }
     stack.push_back({&block, &json, subBlocksOf(block, json), 0, true});
@@ -363,8 +368,7 @@ bool HABMJsonReader::unmarshal(Value const& object, HABMBlock& top) const {
       }
       continue;
     }
-    bool const done =
-        frame.result && readCollections(*frame.block, *frame.json, habm_detail::ReadAfterSubBlocks{});
+    bool const done = frame.result && readTail(Value(*frame.json), *frame.block);
     stack.pop_back();
     if (stack.empty()) {
       finished = done;

@@ -4,6 +4,7 @@
 #include "util/HUTFile.h"
 
 #include <iosfwd>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -41,6 +42,10 @@ class HABMJsonReader {
   /// `block` then keeps what was read before the failure.
   static bool readBlock(HUTFile const& file, HABMBlock& block, Mode const& mode);
 
+  /// Reads the file into a new top block named `name`; null, with "@90-4@" and the full path, on any
+  /// failure. The file is read as it streams in, a block at a time, when it can be.
+  static std::unique_ptr<HABMBlock> readTopBlock(HUTFile const& file, std::string const& name);
+
   /// Sends "@90-4@" for the file at `path`; never throws.
   static void reportFailedRead(std::string const& path) noexcept;
 
@@ -54,10 +59,21 @@ class HABMJsonReader {
  private:
   /// One JSON value of the document being read; the JSON library stays in the source.
   class Value;
+  /// The parser's handler of a streamed read.
+  class Stream;
 
   HABMJsonReader(HUTFile file, Mode mode) : file_(std::move(file)), mode_(mode) {}
 
   bool unmarshal(std::istream& in, HABMBlock& block) const;
+
+  /// A block's own fields and the collections read before its sub-blocks; false when its read stops there.
+  bool readHead(Value const& object, HABMBlock& block) const;
+  /// The collections read after a block's sub-blocks.
+  bool readTail(Value const& object, HABMBlock& block) const;
+  /// What happens to a block's sub-blocks before the file's are read: in MODE_REPLACE they go.
+  void enterSubBlocks(HABMBlock& block) const;
+  template <class Kinds>
+  bool readCollections(Value const& object, HABMBlock& block, Kinds kinds) const;
 
   bool unmarshal(Value const& object, HABMBlock& block) const;
   bool unmarshal(Value const& object, HABMAttribute& attribute) const;
