@@ -110,6 +110,34 @@ class TextBuffer {
   std::size_t released_ = 0;
 };
 
+// The builder's work stack: one piece of memory kept from block to block. The document frees its stack
+// after each value it completes, and each fresh allocation of that size would make the heap sort its
+// free lists again.
+class KeptStackAllocator {
+ public:
+  static bool const kNeedFree = true;
+  void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
+  void* Realloc(void* original, std::size_t originalSize, std::size_t newSize) {
+    if (newSize > size_) {
+      auto grown = std::make_unique<char[]>(newSize);
+      if (original != nullptr) {
+        std::memcpy(grown.get(), original, originalSize);
+      }
+      buffer_ = std::move(grown);
+      size_ = newSize;
+    }
+    return buffer_.get();
+  }
+  static void Free(void*) {}
+
+ private:
+  std::unique_ptr<char[]> buffer_;
+  std::size_t size_ = 0;
+};
+
+using Builder =
+    rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<>, KeptStackAllocator>;
+
 bool sameKey(char const* text, rapidjson::SizeType length, std::string const& key) {
   return length == key.size() && std::memcmp(text, key.data(), length) == 0;
 }
@@ -136,37 +164,37 @@ class HABMJsonReader::Stream {
       : reader_(reader),
         poolBuffer_(new char[kPoolBytes]),
         pool_(poolBuffer_.get(), kPoolBytes),
-        builder_(&pool_),
+        builder_(&pool_, kStackBytes, &stackAllocator_),
         top_(top),
         text_(text),
         input_(input) {}
 
   bool Null() {
-    return scalar([](rapidjson::Document& d) { return d.Null(); });
+    return scalar([](Builder& d) { return d.Null(); });
   }
   bool Bool(bool b) {
-    return scalar([b](rapidjson::Document& d) { return d.Bool(b); });
+    return scalar([b](Builder& d) { return d.Bool(b); });
   }
   bool Int(int i) {
-    return scalar([i](rapidjson::Document& d) { return d.Int(i); });
+    return scalar([i](Builder& d) { return d.Int(i); });
   }
   bool Uint(unsigned u) {
-    return scalar([u](rapidjson::Document& d) { return d.Uint(u); });
+    return scalar([u](Builder& d) { return d.Uint(u); });
   }
   bool Int64(int64_t i) {
-    return scalar([i](rapidjson::Document& d) { return d.Int64(i); });
+    return scalar([i](Builder& d) { return d.Int64(i); });
   }
   bool Uint64(uint64_t u) {
-    return scalar([u](rapidjson::Document& d) { return d.Uint64(u); });
+    return scalar([u](Builder& d) { return d.Uint64(u); });
   }
   bool Double(double v) {
-    return scalar([v](rapidjson::Document& d) { return d.Double(v); });
+    return scalar([v](Builder& d) { return d.Double(v); });
   }
   bool RawNumber(char const* text, rapidjson::SizeType length, bool copy) {
-    return scalar([&](rapidjson::Document& d) { return d.RawNumber(text, length, copy); });
+    return scalar([&](Builder& d) { return d.RawNumber(text, length, copy); });
   }
   bool String(char const* text, rapidjson::SizeType length, bool copy) {
-    return scalar([&](rapidjson::Document& d) { return d.String(text, length, copy); });
+    return scalar([&](Builder& d) { return d.String(text, length, copy); });
   }
   bool Key(char const* text, rapidjson::SizeType length, bool copy) {
     if (skipping_ != 0) {
@@ -205,6 +233,7 @@ class HABMJsonReader::Stream {
 
  private:
   static constexpr std::size_t kPoolBytes = 1 << 16;
+  static constexpr std::size_t kStackBytes = 1 << 12;
 
   // The objects that steer the read: the document, a block's object, its first contents, the sub-blocks
   // of those. Every other value is built into the block being read, or passed over.
@@ -281,7 +310,7 @@ class HABMJsonReader::Stream {
   void blockRead(bool ok);
   bool readTail(Frame const& frame);
   void populate() {
-    auto const done = [](rapidjson::Document&) { return true; };
+    auto const done = [](Builder&) { return true; };
     builder_.Populate(done);
   }
   // Empties the builder; what it held was the last to point into the text parsed so far.
@@ -294,7 +323,8 @@ class HABMJsonReader::Stream {
   HABMJsonReader const& reader_;
   std::unique_ptr<char[]> poolBuffer_;
   rapidjson::MemoryPoolAllocator<> pool_;
-  rapidjson::Document builder_;
+  KeptStackAllocator stackAllocator_;
+  Builder builder_;
   HABMBlock& top_;
   TextBuffer& text_;
   rapidjson::InsituStringStream& input_;

@@ -106,7 +106,9 @@ rapidjson::Value const* HABMJsonUtils::getJsonValue(rapidjson::Value const& obje
     auto const keyLength = static_cast<rapidjson::SizeType>(key.size());
     for (auto it = object.MemberBegin(); it != object.MemberEnd(); ++it) {
       auto const& name = it->name;
-      if (name.GetStringLength() == keyLength && std::memcmp(name.GetString(), key.data(), keyLength) == 0) {
+      if (name.GetStringLength() == keyLength &&
+          (keyLength == 0 ||
+           (name.GetString()[0] == key[0] && std::memcmp(name.GetString(), key.data(), keyLength) == 0))) {
         return &it->value;
       }
     }
