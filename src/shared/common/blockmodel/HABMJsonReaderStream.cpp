@@ -115,7 +115,7 @@ class TextBuffer {
 // free lists again.
 class KeptStackAllocator {
  public:
-  static bool const kNeedFree = true;
+  [[maybe_unused]] static constexpr bool kNeedFree = true;
   void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
   void* Realloc(void* original, std::size_t originalSize, std::size_t newSize) {
     if (newSize > size_) {
