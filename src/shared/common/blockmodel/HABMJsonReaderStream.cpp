@@ -86,7 +86,7 @@ class TextBuffer {
  private:
   static constexpr std::size_t kReleaseStep = std::size_t{1} << 20;
   static std::size_t pageSize() {
-    static std::size_t const size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    static auto const size = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     return size;
   }
   void reserve(std::size_t wanted) {
