@@ -218,10 +218,10 @@ bool HABMJsonReader::unmarshalCollection(Value const* group, typename K::Owner& 
   if (collection == nullptr || !collection->IsObject()) {
     return true;
   }
+  auto const create = habm_detail::collectionCreator<K>(owner, 0);
   bool result = true;
   for (auto const& member : collection->GetObject()) {
-    auto* child =
-        K::createFromFile(owner, std::string(member.name.GetString(), member.name.GetStringLength()));
+    auto* child = create(std::string(member.name.GetString(), member.name.GetStringLength()));
     result = child != nullptr && unmarshal(Value(member.value), *child) && result;
   }
   return result;

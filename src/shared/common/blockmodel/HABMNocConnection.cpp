@@ -297,14 +297,26 @@ std::set<std::string> HABMNocConnection::getValidParameterNames(HABMNocConnectio
   return names;
 }
 
-bool HABMNocConnection::isValidParameterName(HABMNocConnection const& connection, std::string const& name) {
-  Takes const takes = parametersOf(connection);
+namespace {
+
+bool takesName(Takes takes, std::string const& name) {
   for (DefaultParameter const& row : kDefaultParameters) {
     if (sameLetters(row.name(), name)) {
       return takes == Takes::ALL || (takes == Takes::WRITE && !row.addressableOnly);
     }
   }
   return false;
+}
+
+}  // namespace
+
+bool HABMNocConnection::isValidParameterName(HABMNocConnection const& connection, std::string const& name) {
+  return takesName(parametersOf(connection), name);
+}
+
+std::function<bool(std::string const&)> HABMNocConnection::validParameterNameTest(
+    HABMNocConnection const& connection) {
+  return [takes = parametersOf(connection)](std::string const& name) { return takesName(takes, name); };
 }
 
 std::set<std::string> HABMNocConnection::getVisibleParameterNames(HABMNocConnection const& connection) {

@@ -10,6 +10,7 @@
 #include "blockmodel/HABMNocInterface.h"
 #include "blockmodel/HABMParameterList.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -75,6 +76,8 @@ class HABMNocConnection : public HCWWaiverProxyElem,
   static std::set<std::string> getValidParameterNames(HABMNocConnection const& connection);
   /// Whether `name`, in any letter case, is one of getValidParameterNames; without building the set.
   static bool isValidParameterName(HABMNocConnection const& connection, std::string const& name);
+  /// isValidParameterName with the link's ends resolved once, as they stand now: for testing many names.
+  static std::function<bool(std::string const&)> validParameterNameTest(HABMNocConnection const& connection);
   /// The valid names a user is shown: never HIGH_PRIORITY_ROUTING, and PHASE_SETTINGS only when the host
   /// parameter "project.enableNocPhases" is true.
   static std::set<std::string> getVisibleParameterNames(HABMNocConnection const& connection);

@@ -52,9 +52,12 @@ bool HABMParameterList<Owner>::removeParameter(std::string const& name) {
 
 template <class Owner>
 void HABMParameterList<Owner>::cloneParameters(HABMParameterList const& source) {
+  using K = typename ParameterKindOf<Owner>::type;
   clearParameters();
+  auto& owner = static_cast<Owner&>(*this);
+  auto const rule = habm_detail::nameRuleOf<K>(owner, 0);
   for (HABMParameter const* parameter : source.parameters_) {
-    createParameter(parameter->getName(), parameter->getValue());
+    habm_detail::createChildUnder<K>(rule, owner, parameter->getName(), false, parameter->getValue());
   }
 }
 

@@ -76,12 +76,57 @@ inline void traceChildLife(ChildTexts const& texts, char const* text, unsigned i
   }
 }
 
+/// A requested name that the caller has already held against the kind's own rule (`Kind::accepts`): for
+/// a caller that creates a whole collection under one answer of a rule that is costly to ask.
+struct AcceptedName {
+  std::string const& name;
+};
+
+template <class Kind, class... Args>
+Created<typename Kind::Child> createChildWith(typename Kind::Owner& owner, std::string const& requested,
+                                              bool ruleHeld, bool force, Args&&... args);
+
 /// Creates a child of `Kind` on `owner` by the common rules: an automatic name for an empty request where
 /// the kind has one, no separator, no duplicate unless `force`; appends `Kind::make(owner, name, args...)`
 /// and traces. A refusal changes nothing and says why.
 template <class Kind, class... Args>
 Created<typename Kind::Child> createChild(typename Kind::Owner& owner, std::string const& requested,
                                           bool force, Args&&... args) {
+  return createChildWith<Kind>(owner, requested, false, force, std::forward<Args>(args)...);
+}
+
+/// The same, without asking the kind's rule again of a name the caller has held against it.
+template <class Kind, class... Args>
+Created<typename Kind::Child> createChild(typename Kind::Owner& owner, AcceptedName requested, bool force,
+                                          Args&&... args) {
+  return createChildWith<Kind>(owner, requested.name, true, force, std::forward<Args>(args)...);
+}
+
+/// The kind's name rule as one test for many names: a kind whose rule is costly to ask (`Kind::nameRule`)
+/// answers it once for the owner as it stands, any other asks `Kind::accepts` for each name.
+template <class Kind>
+auto nameRuleOf(typename Kind::Owner const& owner, int) -> decltype(Kind::nameRule(owner)) {
+  return Kind::nameRule(owner);
+}
+template <class Kind>
+auto nameRuleOf(typename Kind::Owner const& owner, long) {
+  return [&owner](std::string const& name) { return acceptsName<Kind>(owner, name, 0); };
+}
+
+/// createChild for one of many names tested by one `nameRuleOf`: a refused name goes the common way, to be
+/// refused and traced as always.
+template <class Kind, class Rule, class... Args>
+Created<typename Kind::Child> createChildUnder(Rule const& rule, typename Kind::Owner& owner,
+                                               std::string const& requested, bool force, Args&&... args) {
+  if (!requested.empty() && rule(requested)) {
+    return createChild<Kind>(owner, AcceptedName{requested}, force, std::forward<Args>(args)...);
+  }
+  return createChild<Kind>(owner, requested, force, std::forward<Args>(args)...);
+}
+
+template <class Kind, class... Args>
+Created<typename Kind::Child> createChildWith(typename Kind::Owner& owner, std::string const& requested,
+                                              bool ruleHeld, bool force, Args&&... args) {
   ChildTexts const& texts = Kind::TEXTS;
   auto& list = Kind::list(owner);
   std::string name = requested;
@@ -89,11 +134,12 @@ Created<typename Kind::Child> createChild(typename Kind::Owner& owner, std::stri
   if (name.empty() && texts.autoName != nullptr) {
     untested = force || texts.autoNameUntested;
     name = list.autoName(texts.autoName, untested);
+    ruleHeld = false;  // held for the request, not for the name made for it
   }
   Refusal why = Refusal::NONE;
   if (isRefusedName(name)) {
     why = Refusal::BAD_NAME;
-  } else if (!acceptsName<Kind>(owner, name, 0)) {
+  } else if (!ruleHeld && !acceptsName<Kind>(owner, name, 0)) {
     why = Refusal::INVALID;
   } else if (!untested && list.has(name)) {
     why = Refusal::TAKEN;

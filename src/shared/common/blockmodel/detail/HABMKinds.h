@@ -688,11 +688,35 @@ struct Kind<ChildKind::NOC_CONNECTION_PARAMETER>
   }
   /// Files of an older form name INITIAL_BOOT "SOC_BOOT".
   static Child* createFromFile(HABMNocConnection& owner, std::string const& name) {
-    bool const older = boost::algorithm::iequals(name, "SOC_BOOT");
-    return createChild<Kind>(owner, older ? HABMNocConnection::INITIAL_BOOT() : name, false, std::string())
-        .child;
+    return createChild<Kind>(owner, currentName(name), false, std::string()).child;
+  }
+  /// The rule of `accepts` with the link's ends resolved once, for a whole collection of names.
+  static auto nameRule(HABMNocConnection const& owner) {
+    return HABMNocConnection::validParameterNameTest(owner);
+  }
+  /// What `createFromFile` does for each member of a file's collection, under one `nameRule`.
+  static auto collectionCreator(HABMNocConnection& owner) {
+    return [&owner, rule = nameRule(owner)](std::string const& name) {
+      return createChildUnder<Kind>(rule, owner, currentName(name), false, std::string()).child;
+    };
+  }
+
+ private:
+  static std::string const& currentName(std::string const& name) {
+    return boost::algorithm::iequals(name, "SOC_BOOT") ? HABMNocConnection::INITIAL_BOOT() : name;
   }
 };
+
+/// How a file's collection of kind `K` makes its children: through the kind's `collectionCreator` where
+/// it has one, else one `createFromFile` per member.
+template <class K>
+auto collectionCreator(typename K::Owner& owner, int) -> decltype(K::collectionCreator(owner)) {
+  return K::collectionCreator(owner);
+}
+template <class K>
+auto collectionCreator(typename K::Owner& owner, long) {
+  return [&owner](std::string const& name) { return K::createFromFile(owner, name); };
+}
 
 // The kinds each owner holds, in the order of its declaration.
 
