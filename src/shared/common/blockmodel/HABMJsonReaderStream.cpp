@@ -110,9 +110,8 @@ class TextBuffer {
   std::size_t released_ = 0;
 };
 
-// The builder's work stack: one piece of memory kept from block to block. The document frees its stack
-// after each value it completes, and each fresh allocation of that size would make the heap sort its
-// free lists again.
+// The builder's work stack: one piece of memory kept from block to block, where the document would free
+// its stack after each block and allocate it again for the next.
 class KeptStackAllocator {
  public:
   [[maybe_unused]] static constexpr bool kNeedFree = true;
