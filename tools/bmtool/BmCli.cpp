@@ -177,27 +177,32 @@ HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top) {
   return block;
 }
 
+void printRow(std::ostream& out, std::vector<std::string> const& row,
+              std::vector<std::size_t> const& widths) {
+  std::size_t used = row.size();
+  while (used > 0 && row[used - 1].empty()) {
+    --used;
+  }
+  std::string line;
+  for (std::size_t c = 0; c < used; ++c) {
+    line += row[c];
+    if (c + 1 < used) {
+      line.append(widths[c] - row[c].size() + 2, ' ');
+    }
+  }
+  out << line << '\n';
+}
+
 void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows) {
-  std::vector<std::size_t> width;
+  std::vector<std::size_t> widths;
   for (auto const& row : rows) {
-    width.resize(std::max(width.size(), row.size()));
+    widths.resize(std::max(widths.size(), row.size()));
     for (std::size_t c = 0; c < row.size(); ++c) {
-      width[c] = std::max(width[c], row[c].size());
+      widths[c] = std::max(widths[c], row[c].size());
     }
   }
   for (auto const& row : rows) {
-    std::size_t used = row.size();
-    while (used > 0 && row[used - 1].empty()) {
-      --used;
-    }
-    std::string line;
-    for (std::size_t c = 0; c < used; ++c) {
-      line += row[c];
-      if (c + 1 < used) {
-        line.append(width[c] - row[c].size() + 2, ' ');
-      }
-    }
-    out << line << '\n';
+    printRow(out, row, widths);
   }
 }
 

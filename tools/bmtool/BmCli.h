@@ -76,6 +76,8 @@ HABMBlock* selectedBlock(Invocation const& inv, HABMBlock& top);
 
 /// Prints rows as columns separated by two blanks; trailing empty cells leave no blanks behind.
 void printTable(std::ostream& out, std::vector<std::vector<std::string>> const& rows);
+/// One row of such a table whose columns are `widths` wide.
+void printRow(std::ostream& out, std::vector<std::string> const& row, std::vector<std::size_t> const& widths);
 
 /// The length of the UTF-8 sequence that starts at `at` in `text`: 1 for an ASCII byte, 2 to 4 for a
 /// lead byte followed by all its continuation bytes, 0 for a byte that starts no sequence.

@@ -1,6 +1,7 @@
 // BmCommandFile.cpp: "bmtool info", "convert", "generate" and "infer": block model files from the command
 // line.
 #include "blockmodel/HABMBlock.h"
+#include "blockmodel/HABMPath.h"
 #include "blockmodel/detail/HABMKinds.h"
 #include "param/HPAParamMgr.h"
 #include "util/HUTFile.h"
@@ -13,6 +14,9 @@
 #include <functional>
 #include <optional>
 #include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace bmtool {
 
@@ -28,22 +32,54 @@ using CountOrder =
                           ChildKind::ADDR_SPACE, ChildKind::MEMORY_MAP, ChildKind::ADDR_BLOCK,
                           ChildKind::REGISTER, ChildKind::ADDR_ASSIGN>;
 
+// Calls `visit(block, path)` for every block below and with `top`, parents first and children in their
+// order, each path built on the one before it: a deep tree's paths add up to far more text than the tree,
+// so none is kept.
+template <class Visit>
+void forEachBlockPath(HABMBlock const& top, Visit&& visit) {
+  std::string path = top.getInstancePath();
+  std::vector<std::pair<HABMBlock const*, std::size_t>> stack = {{&top, path.size()}};
+  while (!stack.empty()) {
+    auto const [block, parentLength] = stack.back();
+    stack.pop_back();
+    if (block != &top) {
+      path.resize(parentLength);
+      if (path.empty() || path.back() != HABMPath::SEPARATOR()) {
+        path += HABMPath::SEPARATOR();
+      }
+      path += block->getInstanceName();
+    }
+    visit(*block, path);
+    auto const& subs = block->getSubBlocks();
+    for (auto it = subs.rbegin(); it != subs.rend(); ++it) {
+      stack.emplace_back(*it, path.size());
+    }
+  }
+}
+
 int runInfo(Invocation const& inv) {
   auto const top = readDesign(inv, inv.positional[0]);
   if (!top) {
     return EXIT_FAILED;
   }
-  std::vector<std::vector<std::string>> tree = {{"instance path", "module", "vlnv"}};
+  // The tree's columns are as wide as their widest entry: one walk measures, a second prints.
+  std::vector<std::string> const heading = {"instance path", "module", "vlnv"};
+  std::vector<std::size_t> widths = {heading[0].size(), heading[1].size(), heading[2].size()};
   std::size_t blocks = 0;
   std::array<std::size_t, 256> perKind{};
-  habm_detail::forEachBlock(*top, [&](HABMBlock const& b) {
-    tree.push_back({b.getInstancePath(), b.getModuleName(), b.getModuleVlnv()});
+  forEachBlockPath(*top, [&](HABMBlock const& b, std::string const& path) {
+    widths[0] = std::max(widths[0], path.size());
+    widths[1] = std::max(widths[1], b.getModuleName().size());
+    widths[2] = std::max(widths[2], b.getModuleVlnv().size());
     ++blocks;
     habm_detail::walkBelow(b, [&](auto kind, auto const&, auto const&) {
       ++perKind[static_cast<std::size_t>(habm_detail::kindId(kind))];
     });
   });
-  printTable(*inv.out, tree);
+  printRow(*inv.out, heading, widths);
+  forEachBlockPath(*top, [&](HABMBlock const& b, std::string const& path) {
+    printRow(*inv.out, {path, b.getModuleName(), b.getModuleVlnv()}, widths);
+  });
   *inv.out << '\n';
   std::vector<std::vector<std::string>> counts = {{"blocks", std::to_string(blocks)}};
   habm_detail::forEachKind(CountOrder{}, [&](auto kind) {
